@@ -1,0 +1,53 @@
+#include "cli/Cli.h"
+
+#include <functional>
+#include <ostream>
+#include <string_view>
+
+namespace orv::cli {
+
+namespace {
+
+struct Command {
+  std::string_view name;
+  std::string_view usage;
+  int (*run)(const Context&, const Args&, std::ostream&, std::ostream&);
+};
+
+constexpr Command kCommands[] = {
+    {"load", "--appdir DIR load", CmdLoad},
+    {"distance", "distance LAT1 LON1 LAT2 LON2", CmdDistance},
+};
+
+void Usage(std::ostream& err) {
+  err << "usage: orvanta-cli [--appdir DIR] COMMAND [ARGS]\ncommands:\n";
+  for (const Command& c : kCommands) err << "  " << c.usage << "\n";
+}
+
+}  // namespace
+
+int Run(const Args& args, std::ostream& out, std::ostream& err) {
+  Context ctx;
+  Args rest;
+  for (size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == "--appdir" && i + 1 < args.size()) {
+      ctx.appDir = args[++i];
+    } else if (args[i].rfind("--appdir=", 0) == 0) {
+      ctx.appDir = args[i].substr(9);
+    } else {
+      rest.push_back(args[i]);
+    }
+  }
+  if (rest.empty()) {
+    Usage(err);
+    return 2;
+  }
+  for (const Command& c : kCommands) {
+    if (rest[0] == c.name) return c.run(ctx, Args(rest.begin() + 1, rest.end()), out, err);
+  }
+  err << "orvanta-cli: unknown command '" << rest[0] << "'\n";
+  Usage(err);
+  return 2;
+}
+
+}  // namespace orv::cli

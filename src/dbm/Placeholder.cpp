@@ -1,0 +1,1 @@
+// Grows with the database manager.

@@ -1,0 +1,1 @@
+// Grows with the map module; keeps the library target non-empty until then.

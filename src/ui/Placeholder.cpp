@@ -1,0 +1,1 @@
+// The Qt shell grows here.
