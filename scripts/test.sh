@@ -8,3 +8,7 @@ bash scripts/install-deps.sh
 cmake --preset debug
 cmake --build --preset debug
 ctest --preset debug -j "$(nproc)"
+
+# A short fuzzing run of every file reader, so that a crash on hostile bytes is
+# found before it lands.
+bash scripts/fuzz.sh "${ORV_FUZZ_SECONDS:-10}"

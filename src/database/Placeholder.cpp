@@ -1,1 +1,0 @@
-// Grows with the database module; keeps the library target non-empty until then.
