@@ -1,1 +1,0 @@
-// The Qt shell grows here.
