@@ -1,0 +1,1 @@
+// The QPainter drawing target grows here.
