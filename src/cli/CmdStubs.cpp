@@ -4,11 +4,6 @@
 
 namespace orv::cli {
 
-int CmdDistance(const Context&, const Args&, std::ostream&, std::ostream& err) {
-  err << "distance: not built yet\n";
-  return 1;
-}
-
 int CmdLoad(const Context&, const Args&, std::ostream&, std::ostream& err) {
   err << "load: not built yet\n";
   return 1;
