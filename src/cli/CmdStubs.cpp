@@ -9,9 +9,4 @@ int CmdDistance(const Context&, const Args&, std::ostream&, std::ostream& err) {
   return 1;
 }
 
-int CmdLoad(const Context&, const Args&, std::ostream&, std::ostream& err) {
-  err << "load: not built yet\n";
-  return 1;
-}
-
 }  // namespace orv::cli
