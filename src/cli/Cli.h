@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+namespace orv {
+class StartupLoader;
+}
+
 namespace orv::cli {
 
 using Args = std::vector<std::string>;
@@ -20,5 +24,10 @@ struct Context {
 
 int CmdDistance(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+
+// "load" with the given readers: the start-up's progress texts on out, its
+// messages on err, then "<Name> <count>" for each array. 1 when the start-up
+// ends the program. CmdLoad runs it with the loader that reads nothing.
+int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err, StartupLoader& loader);
 
 }  // namespace orv::cli

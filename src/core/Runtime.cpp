@@ -354,6 +354,19 @@ std::string ProperCase(std::string_view text) {
 
 std::string Fill(int count, char ch) { return count > 0 ? std::string(static_cast<size_t>(count), ch) : std::string(); }
 
+std::string Replace(std::string_view text, std::string_view find, std::string_view with) {
+  if (find.empty()) return std::string(text);
+  std::string out;
+  out.reserve(text.size());
+  size_t pos = 0;
+  for (size_t hit; (hit = text.find(find, pos)) != std::string_view::npos; pos = hit + find.size()) {
+    out.append(text.substr(pos, hit - pos));
+    out.append(with);
+  }
+  out.append(text.substr(pos));
+  return out;
+}
+
 std::string FixedText(std::string_view text, std::size_t width) {
   std::string s(text.substr(0, std::min(width, text.size())));
   s.resize(width, ' ');

@@ -55,6 +55,10 @@ std::string LCase(std::string_view text);
 std::string ProperCase(std::string_view text);
 // A text of count copies of ch.
 std::string Fill(int count, char ch = ' ');
+// Every occurrence of find replaced by with, left to right, without rescanning
+// the replaced text (the runtime's Replace with a binary compare). An empty
+// find leaves the text as it is.
+std::string Replace(std::string_view text, std::string_view find, std::string_view with);
 
 // Fixed-width 8-bit text: blank-padded or cut to width.
 std::string FixedText(std::string_view text, std::size_t width);

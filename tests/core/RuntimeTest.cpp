@@ -146,6 +146,16 @@ TEST(Text, TrimCaseAndFixedWidths) {
   EXPECT_EQ(Fill(3, '-'), "---");
 }
 
+TEST(Text, ReplaceEveryOccurrenceWithoutRescanning) {
+  EXPECT_EQ(Replace("http://a.b/common/nat.html", "/common/nat.html", "/trackmain.html"), "http://a.b/trackmain.html");
+  EXPECT_EQ(Replace("aXbXc", "X", "--"), "a--b--c");
+  EXPECT_EQ(Replace("aaa", "a", "aa"), "aaaaaa");  // the inserted text is not searched again
+  EXPECT_EQ(Replace("aaaa", "aa", "b"), "bb");
+  EXPECT_EQ(Replace("Nat", "nat", "x"), "Nat");    // binary compare: case matters
+  EXPECT_EQ(Replace("abc", "", "x"), "abc");
+  EXPECT_EQ(Replace("", "a", "b"), "");
+}
+
 TEST(Text, CodePageRoundTrip) {
   std::string latin = "M\xFCnchen \x80";
   EXPECT_EQ(Latin1ToUtf8(latin), "M\xC3\xBCnchen \xE2\x82\xAC");
