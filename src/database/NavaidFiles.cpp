@@ -60,8 +60,7 @@ float VariationAt(const MagVarGrid& grid, float lat, float lon) {
 // A minimum altitude text of an airway segment: trimmed, every leading "0"
 // removed ("05000" shows as "5000"), and "n/a" when nothing is left.
 FixedStr<5> AltitudeText(std::string_view raw) {
-  std::string text = Trim(raw);  // five characters: held inline, no allocation
-  std::string_view rest = text;
+  std::string_view rest = TrimView(raw);
   while (!rest.empty() && rest.front() == '0') rest.remove_prefix(1);
   if (rest.empty()) return FixedStr<5>("n/a");
   return FixedStr<5>(rest);
@@ -107,7 +106,7 @@ std::optional<std::string> ParseAirwayFile(std::string_view file, const uint8_t*
       continue;
     }
     AirwayRec rec;
-    rec.Name = FixedStr<8>(Trim(in.Raw(8)));
+    rec.Name = FixedStr<8>(TrimView(in.Raw(8)));
     rec.FromIndex = in.I32();
     rec.ToIndex = in.I32();
     rec.Value = in.F32();
