@@ -13,7 +13,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/FixedStr.h"
