@@ -320,7 +320,13 @@ std::string RTrim(std::string_view text) {
   return e == std::string_view::npos ? std::string() : std::string(text.substr(0, e + 1));
 }
 
-std::string Trim(std::string_view text) { return LTrim(RTrim(text)); }
+std::string_view TrimView(std::string_view text) {
+  size_t b = text.find_first_not_of(' ');
+  if (b == std::string_view::npos) return {};
+  return text.substr(b, text.find_last_not_of(' ') - b + 1);
+}
+
+std::string Trim(std::string_view text) { return std::string(TrimView(text)); }
 
 std::string UCase(std::string_view text) {
   std::string s(text);

@@ -47,6 +47,8 @@ std::string Right(std::string_view text, int count);
 // Mid from position start (1-based), count characters, or to the end when count < 0.
 std::string Mid(std::string_view text, int start, int count = -1);
 std::string Trim(std::string_view text);   // blanks only, as the runtime trims
+// Trim without a copy: the part of text between its leading and trailing blanks.
+std::string_view TrimView(std::string_view text);
 std::string LTrim(std::string_view text);
 std::string RTrim(std::string_view text);
 std::string UCase(std::string_view text);

@@ -131,6 +131,9 @@ TEST(Text, OneBasedPositions) {
 TEST(Text, TrimCaseAndFixedWidths) {
   EXPECT_EQ(Trim("  EDDF \t "), "EDDF \t");  // the runtime trims blanks only
   EXPECT_EQ(Trim("   "), "");
+  EXPECT_EQ(TrimView(std::string_view(" \0A B  ", 7)), std::string_view("\0A B", 4));  // NUL is no blank
+  EXPECT_EQ(TrimView("   "), "");
+  EXPECT_EQ(TrimView("X"), "X");
   EXPECT_EQ(LTrim("  a "), "a ");
   EXPECT_EQ(RTrim("  a "), "  a");
   EXPECT_EQ(UCase("eddf-1ä"), "EDDF-1ä");

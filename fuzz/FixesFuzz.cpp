@@ -1,0 +1,23 @@
+// Arbitrary bytes as fixes.orv: the reader stays inside the buffer, every
+// kept position is a place on the globe, and the writer's file of what was
+// accepted reads back to the same file.
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "NavaidFuzzCommon.h"
+#include "database/NavaidFiles.h"
+
+using namespace orv;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  NavaidTables tables;
+  if (ParseFixesFile(data, size, fuzz::Grid(), tables)) return 0;
+  for (const auto& rec : tables.Fixes)
+    fuzz::Require(std::fabs(rec.Lat) <= 90 && std::fabs(rec.Lon) <= 180);
+  std::vector<uint8_t> built = BuildFixesFile(tables.Fixes);
+  NavaidTables back;
+  fuzz::Require(!ParseFixesFile(built.data(), built.size(), fuzz::Grid(), back));
+  fuzz::Require(BuildFixesFile(back.Fixes) == built);
+  return 0;
+}
