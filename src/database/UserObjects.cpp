@@ -1,12 +1,22 @@
 #include "database/UserObjects.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
 
 namespace orv {
 namespace {
+
+// The shortest text that reads back to the same 32-bit float. The runtime's
+// 7-digit form (NumText) would move a point such as 12125125 to 12125120.
+std::string FloatText(float v) {
+  char buf[32];
+  auto res = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, res.ptr);
+}
 
 int32_t ColorPart(int16_t v) { return std::clamp<int32_t>(v, 0, 255); }
 
@@ -65,8 +75,9 @@ void ParseUserObjectFile(std::string_view text, AirspaceTables& out) {
     if (!open || comma == std::string::npos) continue;
     float lat = CSng(Val(std::string_view(line).substr(0, comma)));
     float lon = CSng(Val(std::string_view(line).substr(comma + 1)));
-    // Only the lower limits are tested, so a latitude of 91 is still taken.
-    if (lat >= -90 && lon >= -180) {
+    // Only the lower limits are tested, so a latitude of 91 is still taken. A
+    // number too large for a 32-bit float (1E39) is not a position either.
+    if (lat >= -90 && lon >= -180 && std::isfinite(lat) && std::isfinite(lon)) {
       points.push_back({lat, lon});
       ++objects.back().PointCount;
     }
@@ -85,9 +96,9 @@ std::string BuildUserObjectFile(const AirspaceTables& tables) {
     }
     text += "\r\n";
     for (const ShapePoint& p : tables.PointsOf(obj)) {
-      text += NumText(p.Lat);
+      text += FloatText(p.Lat);
       text += ',';
-      text += NumText(p.Lon);
+      text += FloatText(p.Lon);
       text += "\r\n";
     }
     text += "\r\n";

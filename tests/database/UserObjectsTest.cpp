@@ -17,6 +17,7 @@ TEST(UserObjects, HeadsPointsCommentsAndEmptyLines) {
       "-91,8\r\n"          // latitude below -90: not taken
       "10,-180.5\r\n"      // longitude below -180: not taken
       "91,181\r\n"         // only the lower limits are tested: taken
+      "1E39,5\r\n"         // beyond a 32-bit float: not taken
       "\r\n"
       "1,1\r\n"            // after the empty line there is no object: not taken
       "L,1,0,0,255\n"
