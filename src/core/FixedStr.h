@@ -20,7 +20,7 @@ struct FixedStr {
   // Cut or blank-padded to N, as assigning to a fixed-length string does.
   void Assign(std::string_view text) {
     std::size_t n = text.size() < N ? text.size() : N;
-    std::memcpy(chars.data(), text.data(), n);
+    if (n) std::memcpy(chars.data(), text.data(), n);
     std::memset(chars.data() + n, ' ', N - n);
   }
   // Raw bytes from a file field of width w (w may differ from N).
