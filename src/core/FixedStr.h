@@ -20,7 +20,7 @@ struct FixedStr {
   // Cut or blank-padded to N, as assigning to a fixed-length string does.
   void Assign(std::string_view text) {
     std::size_t n = text.size() < N ? text.size() : N;
-    std::memcpy(chars.data(), text.data(), n);
+    if (n != 0) std::memcpy(chars.data(), text.data(), n);  // an empty view may carry a null pointer
     std::memset(chars.data() + n, ' ', N - n);
   }
   // Raw bytes from a file field of width w (w may differ from N).
