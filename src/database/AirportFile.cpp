@@ -22,18 +22,26 @@ std::string Problem(std::size_t record, std::size_t offset, const std::string& w
          std::to_string(offset) + ": " + what;
 }
 
-// A position is stored only when both values are finite degrees on the globe;
-// anything else is a damaged record (and would make the variation lookup
-// meaningless).
-std::optional<std::string> CheckPosition(const std::string& what, float lat, float lon) {
-  if (!std::isfinite(lat)) return what + "latitude is not a finite number";
-  if (!std::isfinite(lon)) return what + "longitude is not a finite number";
-  if (lat < -90.0f || lat > 90.0f) return what + "latitude " + NumText(lat) + " is outside -90..90";
-  if (lon < -180.0f || lon > 180.0f) return what + "longitude " + NumText(lon) + " is outside -180..180";
-  return std::nullopt;
+// The name of a list item in a message, such as "runway 2 " (counted from 1);
+// no kind for the airport itself.
+std::string Item(const char* kind, std::size_t i) {
+  if (kind == nullptr) return {};
+  return std::string(kind) + " " + std::to_string(i + 1) + " ";
 }
 
-std::string Item(const char* kind, std::size_t i) { return std::string(kind) + " " + std::to_string(i + 1) + " "; }
+// A position is stored only when both values are finite degrees on the globe;
+// anything else is a damaged record (and would make the variation lookup
+// meaningless). The message is built only on failure: this runs for every
+// runway and parking position.
+std::optional<std::string> CheckPosition(const char* kind, std::size_t i, float lat, float lon) {
+  const bool latOk = lat >= -90.0f && lat <= 90.0f;  // false for NaN as well
+  const bool lonOk = lon >= -180.0f && lon <= 180.0f;
+  if (latOk && lonOk) return std::nullopt;
+  if (!std::isfinite(lat)) return Item(kind, i) + "latitude is not a finite number";
+  if (!std::isfinite(lon)) return Item(kind, i) + "longitude is not a finite number";
+  if (!latOk) return Item(kind, i) + "latitude " + NumText(lat) + " is outside -90..90";
+  return Item(kind, i) + "longitude " + NumText(lon) + " is outside -180..180";
+}
 
 struct ListCounts {
   int32_t runways, frequencies, ils, parking;
@@ -122,7 +130,7 @@ std::optional<std::string> ReadLists(ByteReader& r, const ListCounts& c, Airport
   for (std::size_t i = 0; i < a.Runways.size(); ++i) {
     RunwayRec& rw = a.Runways[i];
     ReadRunway(r, rw);
-    if (auto bad = CheckPosition(Item("runway", i), rw.Lat, rw.Lon)) return bad;
+    if (auto bad = CheckPosition("runway", i, rw.Lat, rw.Lon)) return bad;
   }
   a.Frequencies.clear();
   a.Frequencies.resize(static_cast<std::size_t>(c.frequencies));
@@ -139,7 +147,7 @@ std::optional<std::string> ReadLists(ByteReader& r, const ListCounts& c, Airport
   for (std::size_t i = 0; i < a.Parking.size(); ++i) {
     ParkingRec& p = a.Parking[i];
     ReadParking(r, p);
-    if (auto bad = CheckPosition(Item("parking", i), p.Lat, p.Lon)) return bad;
+    if (auto bad = CheckPosition("parking", i, p.Lat, p.Lon)) return bad;
     if (p.Kind < 1 || p.Kind > 13) return Item("parking", i) + "kind " + std::to_string(p.Kind) + " is outside 1..13";
     if (p.NameCode < 0 || p.NameCode > 37)
       return Item("parking", i) + "name code " + std::to_string(p.NameCode) + " is outside 0..37";
@@ -209,7 +217,7 @@ std::optional<std::string> ParseAirportFile(const uint8_t* data, std::size_t siz
     if (index > lastSlot)
       return Problem(record, at,
                      "index " + std::to_string(index) + " is beyond the last slot " + std::to_string(lastSlot));
-    if (auto bad = CheckPosition("", lat, lon)) return Problem(record, at, *bad);
+    if (auto bad = CheckPosition(nullptr, 0, lat, lon)) return Problem(record, at, *bad);
 
     AirportRec& a = airports[static_cast<std::size_t>(index)];
     const char* t = reinterpret_cast<const char*>(texts);
@@ -389,7 +397,10 @@ void LinkIlsToRunways(AirportRec& airport) {
 }
 
 void LinkIlsToRunways(AirportTables& tables) {
-  for (AirportRec& airport : tables.Airports) LinkIlsToRunways(airport);
+  // Runways of an airport without ILS keep the -1 the loader gave them;
+  // passing them over saves a visit to every runway list of the world.
+  for (AirportRec& airport : tables.Airports)
+    if (!airport.Ils.empty()) LinkIlsToRunways(airport);
 }
 
 const IlsRec* IlsForRunwayEnd(const AirportRec& airport, int32_t runway, RunwayEnd end) {

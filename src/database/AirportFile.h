@@ -220,7 +220,8 @@ float HighEndHeading(const RunwayRec& runway);
 // (upper-cased and trimmed) equals the ILS's trimmed ident. ILS are walked in
 // order and, for each, every runway's low then high end; the last match wins
 // on both sides. An ILS with a blank ident is tied to nothing. Earlier links
-// are cleared first, so the pass may run again.
+// of the airport are cleared first, so the pass may run again; the tables
+// form passes over airports without ILS, whose runways keep the loader's -1.
 void LinkIlsToRunways(AirportRec& airport);
 void LinkIlsToRunways(AirportTables& tables);
 
