@@ -237,7 +237,7 @@ std::optional<std::string> ParseAirportFile(const uint8_t* data, std::size_t siz
     a.Word2 = word2;
     a.MagVar = CSng(MagVarAt(grid, lat, lon));
     if (auto bad = ReadLists(r, counts, a)) return Problem(record, at, *bad);
-    if (!r.Ok()) return Problem(record, at, "the lists run past the end of the file");  // cannot happen: counts checked
+    if (!r.Ok()) return Problem(record, at, "the lists run past the end of the file");  // a guard: the counts were checked above
     lastStored = index;
   }
 
