@@ -28,7 +28,9 @@ double MagVarGrid::At(int lat, int lon) const {
 }
 
 double MagVarAt(const MagVarGrid& grid, double lat, double lon) {
-  if (!std::isfinite(lat) || !std::isfinite(lon)) return 0.0;
+  // Positions beyond the globe (or not numbers) have no grid cell; the range
+  // check also keeps the integer conversion below defined.
+  if (!(lat >= -90.0 && lat <= 90.0 && lon >= -360.0 && lon <= 360.0)) return 0.0;
   return grid.At(static_cast<int>(std::floor(lat)), static_cast<int>(std::floor(lon)));
 }
 
