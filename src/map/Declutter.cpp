@@ -37,7 +37,7 @@ int RowOffset(int candidate) {  // for 0-7
 
 }  // namespace
 
-void Declutter::Reset(const DrawTarget& map) {
+void Declutter::DeclutterReset(const DrawTarget& map) {
   map_ = &map;
   CellWidth = CellHeight = GridColumns = GridRows = GridCells = 0;
   LabelMoved = false;

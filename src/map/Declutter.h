@@ -36,7 +36,7 @@ class Declutter {
 public:
   // DeclutterReset: a new, empty grid for the surface of this pass. The
   // surface is kept for the text metrics and size of later placements.
-  void Reset(const DrawTarget& map);
+  void DeclutterReset(const DrawTarget& map);
 
   // Where to print text asked at (x, y); marks the cells it takes.
   LabelPlace PlaceLabel(float x, float y, std::string_view text, int kind);

@@ -65,11 +65,13 @@ struct ViewState {
   double ScaleWidth = 10000;
   double ScaleHeight = 7000;
 
-  // Visible bounds with a half degree margin, set by ComputeBounds.
-  float MapNorth = 90;
-  float MapSouth = -90;
-  float MapWest = -180;
-  float MapEast = 180;
+  // Visible bounds with a half degree margin, set by ComputeBounds. Zero
+  // until the first pass, so that the zoom command at load (the first
+  // resize) sees neither a polar view nor a southern one.
+  float MapNorth = 0;
+  float MapSouth = 0;
+  float MapWest = 0;
+  float MapEast = 0;
   bool MapWraps = false;
   // Degrees of latitude on the surface plus 1, and of longitude plus 3, for
   // the loops of the render pass.
@@ -171,7 +173,9 @@ inline bool InView(const ViewState& v, float lat, float lon) {
   return lon > v.MapWest && lon < v.MapEast;
 }
 
-// A legal CntrLat: the top of the surface never shows beyond a pole.
+// A legal CntrLat: the top of the surface never shows beyond a pole. The
+// edges are tested at the view's present centre; lat is returned when they
+// are inside.
 float ClampCenterLat(const ViewState& v, float lat);
 
 // MapNorth..MapEast, MapWraps and the two loop spans from the current centre.
@@ -229,8 +233,10 @@ void CenterOnCurrent(ViewState& v, ViewHost& host);
 // Toggling Round World: redraw and focus, centre and scale unchanged.
 void ToggleRoundWorld(ViewState& v, ViewHost& host);
 
-// Left button release of a rubber band from (x1, y1) to (x2, y2): re-centre,
-// and re-scale when the band is more than 200 units high.
+// Left button release of a rubber band from (x1, y1) to (x2, y2), a plain
+// click being a band of no size: re-centre, and re-scale when the band is
+// more than 200 units high. The mouse handler calls it only with the
+// measuring tool off, the GPS window's mode off and shift not held.
 void ReleaseBand(ViewState& v, double x1, double y1, double x2, double y2, ViewHost& host,
                  const ViewGeodesy& geo);
 

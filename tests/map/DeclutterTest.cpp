@@ -12,7 +12,7 @@ namespace {
 // and a line 165 high, so a one-line label takes LabelLines = 1.
 class DeclutterTest : public ::testing::Test {
 protected:
-  DeclutterTest() { grid.Reset(map); }
+  DeclutterTest() { grid.DeclutterReset(map); }
 
   std::vector<int> UsedCells() const {
     std::vector<int> out;
@@ -45,7 +45,7 @@ TEST_F(DeclutterTest, GridOfASevenThousandHighSurface) {
   // A wide window: as many columns as rows, only wider.
   RecordingTarget wide(20000, 7000);
   Declutter g;
-  g.Reset(wide);
+  g.DeclutterReset(wide);
   EXPECT_EQ(g.CellWidth, 486);
   EXPECT_EQ(g.GridColumns, 41);
 }
@@ -88,7 +88,7 @@ TEST_F(DeclutterTest, KindsLimitTheDirections) {
   EXPECT_EQ(grid.LastCandidate, 10);
 
   Declutter g;
-  g.Reset(map);
+  g.DeclutterReset(map);
   g.PlaceLabel(1000, 3050, "ABC", kLabelNavaid);
   g.PlaceLabel(1000, 3050, "ABC", kLabelNavaid);  // one row down
   // Never above: after the row below is taken, two rows below.
@@ -134,7 +134,7 @@ TEST_F(DeclutterTest, AFullGridKeepsTheAskedPlace) {
 
 TEST_F(DeclutterTest, ResetClearsAndDegenerateSurfacesPlaceNothing) {
   grid.PlaceLabel(1000, 3050, "ABC", kLabelNavaid);
-  grid.Reset(map);
+  grid.DeclutterReset(map);
   EXPECT_TRUE(UsedCells().empty());
 
   Declutter unset;  // never reset: labels print where asked
@@ -144,7 +144,7 @@ TEST_F(DeclutterTest, ResetClearsAndDegenerateSurfacesPlaceNothing) {
 
   RecordingTarget tiny(1, 1);  // a window squeezed to a pixel
   Declutter g;
-  g.Reset(tiny);
+  g.DeclutterReset(tiny);
   EXPECT_GE(g.GridCells, 0);
   p = g.PlaceLabel(0, 0, "X", kLabelNavaid);
   EXPECT_FLOAT_EQ(p.X, 0);

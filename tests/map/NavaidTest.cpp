@@ -35,7 +35,7 @@ class NavaidTest : public ::testing::Test {
 protected:
   NavaidTest() : nav(map, view, grid) {
     view.ZoomIndex = kLabel30;
-    grid.Reset(map);
+    grid.DeclutterReset(map);
     nav.sngCenterX = 5000;
     nav.sngCenterY = 3000;
   }

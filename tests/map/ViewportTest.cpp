@@ -338,6 +338,17 @@ TEST_F(ZoomTest, LoadTakesTheTableScaleWithoutFactor) {
   EXPECT_FLOAT_EQ(v.ZoomFactor, 0.5f);
 }
 
+TEST_F(ZoomTest, FirstResizeAtTheWidestStepIsAccepted) {
+  // No pass has run yet: the bounds are still zero, neither polar nor south.
+  ViewState fresh;
+  RecordingTarget map;
+  LoadView(fresh, 60, 10, 20, host);
+  ResizeView(fresh, 8535, map, host, ui);
+  EXPECT_TRUE(ui.Messages().empty());
+  EXPECT_EQ(fresh.ZoomIndex, 20);
+  EXPECT_EQ(fresh.Scaling, 105);
+}
+
 class BandTest : public ::testing::Test {
 protected:
   FakeViewHost host;
