@@ -1,1 +1,0 @@
-// The QPainter drawing target grows here.

@@ -1,0 +1,322 @@
+#include "mapqt/QPainterTarget.h"
+
+#include <QBuffer>
+#include <QPaintDevice>
+#include <QPen>
+#include <QSvgGenerator>
+#include <algorithm>
+#include <cmath>
+
+#include "core/FileIo.h"
+#include "core/Runtime.h"
+
+namespace orv {
+
+namespace {
+
+// Coordinates far outside any device (a projected point beyond a pole, a
+// shape across half the world at a close zoom) are pinned here; QPainter's
+// fixed-point rasteriser misbehaves with larger values.
+constexpr double kMaxPixel = 4.0e6;
+
+double Pin(double v) {
+  if (!std::isfinite(v)) return v > 0 ? kMaxPixel : -kMaxPixel;
+  return std::clamp(v, -kMaxPixel, kMaxPixel);
+}
+
+Qt::PenStyle PenStyleOf(int16_t drawStyle, int16_t drawWidth) {
+  // Wide pens are always solid, as with the runtime's pens.
+  if (drawWidth > 1 && drawStyle >= kDrawStyleDash && drawStyle <= kDrawStyleDashDotDot) return Qt::SolidLine;
+  switch (drawStyle) {
+    case kDrawStyleDash: return Qt::DashLine;
+    case kDrawStyleDot: return Qt::DotLine;
+    case kDrawStyleDashDot: return Qt::DashDotLine;
+    case kDrawStyleDashDotDot: return Qt::DashDotDotLine;
+    case kDrawStyleTransparent: return Qt::NoPen;
+    default: return Qt::SolidLine;
+  }
+}
+
+Qt::BrushStyle BrushStyleOf(int16_t fillStyle) {
+  switch (fillStyle) {
+    case kFillSolid: return Qt::SolidPattern;
+    case kFillHorizontal: return Qt::HorPattern;
+    case kFillVertical: return Qt::VerPattern;
+    case kFillUpwardDiagonal: return Qt::BDiagPattern;
+    case kFillDownwardDiagonal: return Qt::FDiagPattern;
+    case kFillCross: return Qt::CrossPattern;
+    case kFillDiagonalCross: return Qt::DiagCrossPattern;
+    default: return Qt::NoBrush;
+  }
+}
+
+QString TextOf(std::string_view line) {
+  std::string utf8 = Latin1ToUtf8(line);
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+}  // namespace
+
+QPainterTarget::QPainterTarget(const QtFontSet& fonts, int pixelWidth, int pixelHeight, double dpi)
+    : DrawTarget(pixelWidth, pixelHeight),
+      fonts_(&fonts),
+      dpi_(dpi > 0 ? dpi : 96),
+      image_(std::max(pixelWidth, 1), std::max(pixelHeight, 1), QImage::Format_RGB32) {
+  image_.fill(Qt::white);
+  Begin(image_);
+}
+
+QPainterTarget::QPainterTarget(const QtFontSet& fonts, QPaintDevice& device, double dpi)
+    : DrawTarget(device.width(), device.height()), fonts_(&fonts), dpi_(dpi > 0 ? dpi : 96) {
+  Begin(device);
+}
+
+QPainterTarget::~QPainterTarget() { End(); }
+
+void QPainterTarget::Begin(QPaintDevice& device) {
+  painter_.begin(&device);
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+  painter_.setRenderHint(QPainter::TextAntialiasing, true);
+  painter_.setBackgroundMode(Qt::TransparentMode);
+  penRevision_ = brushRevision_ = modeRevision_ = fontRevision_ = 0;
+}
+
+void QPainterTarget::End() {
+  if (painter_.isActive()) painter_.end();
+}
+
+bool QPainterTarget::SavePng(const std::filesystem::path& path) const {
+  if (image_.isNull()) return false;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!image_.save(&buffer, "PNG")) return false;
+  return WriteFileAtomic(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+bool QPainterTarget::Resize(int pixelWidth, int pixelHeight) {
+  if (image_.isNull()) return false;
+  pixelWidth = std::max(pixelWidth, 1);
+  pixelHeight = std::max(pixelHeight, 1);
+  if (pixelWidth == image_.width() && pixelHeight == image_.height()) return true;
+  End();
+  QImage resized(pixelWidth, pixelHeight, QImage::Format_RGB32);
+  resized.fill(ToQColor(BackColor()));
+  {
+    QPainter copy(&resized);
+    copy.drawImage(QPointF(0, 0), image_);
+  }
+  image_ = std::move(resized);
+  SetPixelSize(pixelWidth, pixelHeight);
+  Begin(image_);
+  return true;
+}
+
+QPointF QPainterTarget::Px(double x, double y) const { return QPointF(Pin(ScaleX(x)), Pin(ScaleY(y))); }
+
+void QPainterTarget::ApplyMode() {
+  if (modeRevision_ == StyleRevision()) return;
+  modeRevision_ = StyleRevision();
+  QPainter::CompositionMode mode = QPainter::CompositionMode_SourceOver;
+  const int device = painter_.device()->devType();
+  if (device == QInternal::Image || device == QInternal::Pixmap) {
+    if (DrawMode() == kDrawModeXor) mode = QPainter::RasterOp_SourceXorDestination;
+    if (DrawMode() == kDrawModeInvert) mode = QPainter::RasterOp_NotDestination;
+  }
+  if (painter_.compositionMode() != mode) painter_.setCompositionMode(mode);
+}
+
+void QPainterTarget::ApplyPen(Colour colour) {
+  ApplyMode();
+  if (colour == penColour_ && penRevision_ == StyleRevision()) return;
+  penColour_ = colour;
+  penRevision_ = StyleRevision();
+  QPen pen(ToQColor(colour));
+  pen.setWidth(DrawWidth());
+  pen.setStyle(PenStyleOf(DrawStyle(), DrawWidth()));
+  if (DrawWidth() > 1) {
+    pen.setCapStyle(Qt::RoundCap);
+    pen.setJoinStyle(Qt::RoundJoin);
+  }
+  painter_.setPen(pen);
+}
+
+void QPainterTarget::ApplyBrush(bool fill) {
+  if (fill == brushFill_ && brushRevision_ == StyleRevision()) return;
+  brushFill_ = fill;
+  brushRevision_ = StyleRevision();
+  Qt::BrushStyle style = fill ? BrushStyleOf(FillStyle()) : Qt::NoBrush;
+  if (style == Qt::NoBrush) {
+    painter_.setBrush(Qt::NoBrush);
+  } else {
+    painter_.setBrush(QBrush(ToQColor(FillColor()), style));
+  }
+}
+
+void QPainterTarget::ApplyFont() const {
+  if (fontRevision_ == FontRevision() && metrics_) return;
+  fontRevision_ = FontRevision();
+  font_ = QFont(fonts_->FamilyFor(FontName()));
+  font_.setPixelSize(std::max(1, static_cast<int>(std::lround(FontSize() * dpi_ / 72.0))));
+  font_.setBold(FontBold());
+  font_.setKerning(false);
+  font_.setHintingPreference(QFont::PreferNoHinting);
+  font_.setStyleStrategy(QFont::NoFontMerging);
+  metrics_ = std::make_unique<QFontMetricsF>(font_);
+}
+
+void QPainterTarget::DoLine(double x1, double y1, double x2, double y2, LineShape shape, Colour colour) {
+  if (!painter_.isActive()) return;
+  if (shape == LineShape::Line) {
+    ApplyPen(colour);
+    painter_.drawLine(Px(x1, y1), Px(x2, y2));
+    return;
+  }
+  QRectF box = QRectF(Px(x1, y1), Px(x2, y2)).normalized();
+  if (shape == LineShape::FilledBox) {
+    ApplyMode();
+    // Corner to corner inclusive, as the outline of the same box covers.
+    painter_.fillRect(QRectF(box.topLeft(), QSizeF(box.width() + 1, box.height() + 1)), ToQColor(colour));
+    return;
+  }
+  ApplyPen(colour);
+  ApplyBrush(true);
+  painter_.drawRect(box);
+  ApplyBrush(false);
+}
+
+void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, bool isArc, double start,
+                              double end, double aspect) {
+  if (!painter_.isActive()) return;
+  ApplyPen(colour);
+  const QPointF centre = Px(x, y);
+  double rx = Pin(std::fabs(ScaleX(radius)));
+  double ry = rx;
+  if (isArc && std::isfinite(aspect) && aspect > 0) {
+    if (aspect < 1) {
+      ry = rx * aspect;
+    } else {
+      rx = rx / aspect;
+    }
+  }
+  const QRectF box(centre.x() - rx, centre.y() - ry, 2 * rx, 2 * ry);
+  if (!isArc || (start == 0 && end == 0)) {
+    ApplyBrush(true);
+    painter_.drawEllipse(box);
+    ApplyBrush(false);
+    return;
+  }
+  // Angles in radians, counter-clockwise from three o'clock; a negative one
+  // also draws the radius to it.
+  constexpr double kTwoPi = 6.283185307179586;
+  const double a0 = std::fabs(start), a1 = std::fabs(end);
+  double span = a1 - a0;
+  if (span <= 0) span += kTwoPi;
+  const int start16 = static_cast<int>(std::lround(a0 * 180.0 / 3.141592653589793 * 16));
+  const int span16 = static_cast<int>(std::lround(span * 180.0 / 3.141592653589793 * 16));
+  if (start < 0 && end < 0) {
+    ApplyBrush(true);
+    painter_.drawPie(box, start16, span16);
+    ApplyBrush(false);
+    return;
+  }
+  painter_.drawArc(box, start16, span16);
+  if (start < 0) painter_.drawLine(centre, QPointF(centre.x() + rx * std::cos(a0), centre.y() - ry * std::sin(a0)));
+  if (end < 0) painter_.drawLine(centre, QPointF(centre.x() + rx * std::cos(a1), centre.y() - ry * std::sin(a1)));
+}
+
+void QPainterTarget::DoPSet(double x, double y, Colour colour) {
+  if (!painter_.isActive()) return;
+  ApplyMode();
+  const QPointF p = Px(x, y);
+  const double w = DrawWidth();
+  const double corner = w > 1 ? std::floor(w / 2) : 0;
+  painter_.fillRect(QRectF(std::floor(p.x()) - corner, std::floor(p.y()) - corner, w, w), ToQColor(colour));
+}
+
+void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool closed) {
+  if (!painter_.isActive()) return;
+  if (static_cast<std::size_t>(polygon_.size()) < count) polygon_.resize(static_cast<qsizetype>(count));
+  for (std::size_t i = 0; i < count; ++i) polygon_[static_cast<qsizetype>(i)] = Px(points[i].X, points[i].Y);
+  ApplyPen(ForeColor());
+  if (closed) {
+    ApplyBrush(true);
+    painter_.drawPolygon(polygon_.constData(), static_cast<int>(count), Qt::OddEvenFill);
+    ApplyBrush(false);
+  } else {
+    painter_.drawPolyline(polygon_.constData(), static_cast<int>(count));
+  }
+}
+
+void QPainterTarget::DoCls() {
+  if (!painter_.isActive()) return;
+  const QPainter::CompositionMode mode = painter_.compositionMode();
+  painter_.setCompositionMode(QPainter::CompositionMode_Source);
+  painter_.fillRect(QRectF(0, 0, PixelWidth(), PixelHeight()), ToQColor(BackColor()));
+  painter_.setCompositionMode(mode);
+}
+
+void QPainterTarget::DoText(double x, double y, std::string_view line) {
+  if (!painter_.isActive()) return;
+  ApplyFont();
+  // Text ignores the draw mode, as the runtime's Print does.
+  const QPainter::CompositionMode mode = painter_.compositionMode();
+  if (mode != QPainter::CompositionMode_SourceOver) painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  painter_.setFont(font_);
+  ApplyPen(ForeColor());
+  const QPointF topLeft = Px(x, y);
+  painter_.drawText(QPointF(topLeft.x(), topLeft.y() + metrics_->ascent()), TextOf(line));
+  if (mode != QPainter::CompositionMode_SourceOver) painter_.setCompositionMode(mode);
+}
+
+double QPainterTarget::LineWidth(std::string_view line) const {
+  if (line.empty()) return 0;
+  ApplyFont();
+  return metrics_->horizontalAdvance(TextOf(line)) * (ScaleWidth() / PixelWidth());
+}
+
+double QPainterTarget::LineHeight() const {
+  ApplyFont();
+  return (metrics_->ascent() + metrics_->descent()) * (ScaleHeight() / PixelHeight());
+}
+
+void QPainterTarget::DoCopyPicture(const DrawTarget& source) {
+  if (!painter_.isActive()) return;
+  auto* from = dynamic_cast<const QPainterTarget*>(&source);
+  if (from == nullptr || from->image_.isNull()) return;
+  const QPainter::CompositionMode mode = painter_.compositionMode();
+  painter_.setCompositionMode(QPainter::CompositionMode_Source);
+  painter_.drawImage(QPointF(0, 0), from->image_);
+  painter_.setCompositionMode(mode);
+}
+
+// ------------------------------------------------------------ SVG
+
+SvgPicture::SvgPicture(const QtFontSet& fonts, int pixelWidth, int pixelHeight, const QString& title)
+    : buffer_(std::make_unique<QBuffer>()), generator_(std::make_unique<QSvgGenerator>()) {
+  buffer_->open(QIODevice::WriteOnly);
+  generator_->setOutputDevice(buffer_.get());
+  generator_->setSize(QSize(pixelWidth, pixelHeight));
+  generator_->setViewBox(QRect(0, 0, pixelWidth, pixelHeight));
+  generator_->setResolution(96);
+  if (!title.isEmpty()) generator_->setTitle(title);
+  target_ = std::make_unique<QPainterTarget>(fonts, *generator_, 96);
+}
+
+SvgPicture::~SvgPicture() { target_->End(); }
+
+bool SvgPicture::Save(const std::filesystem::path& path, std::string* error) {
+  target_->End();
+  const QByteArray& bytes = buffer_->data();
+  if (bytes.isEmpty()) {
+    if (error) *error = "the SVG drawing produced no data";
+    return false;
+  }
+  if (!WriteFileAtomic(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())))) {
+    if (error) *error = "cannot write " + path.string();
+    return false;
+  }
+  return true;
+}
+
+}  // namespace orv
