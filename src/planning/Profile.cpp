@@ -6,7 +6,8 @@
 #include "core/Ui.h"
 #include "planning/Aircraft.h"
 #include "planning/FlightPlan.h"
-#include "planning/GeodesyShim.h"
+#include "core/Geodesy.h"
+#include "core/TextFormats.h"
 #include "planning/NavLookup.h"
 
 namespace orv {

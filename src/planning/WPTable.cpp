@@ -1,7 +1,8 @@
 #include "planning/WPTable.h"
 
 #include "core/Runtime.h"
-#include "planning/GeodesyShim.h"
+#include "core/Geodesy.h"
+#include "core/TextFormats.h"
 
 namespace orv {
 
