@@ -10,6 +10,8 @@
 // Longitude wraps freely across the 180 degree meridian.
 #pragma once
 
+#include "core/Geodesy.h"
+
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -45,11 +47,6 @@ inline constexpr int16_t kLastSelectableZoom = 20;
 inline constexpr int kStatusRange = 1;
 inline constexpr int kStatusMagVar = 2;
 inline constexpr int kStatusPosition = 3;
-
-struct LatLon {
-  float Lat = 0;
-  float Lon = 0;
-};
 
 // The view state: one per map window.
 struct ViewState {
