@@ -1,6 +1,10 @@
 #include <iostream>
+#include <string>
+#include <vector>
 
-int main() {
-  std::cerr << "orvanta-dbm: not built yet\n";
-  return 1;
+#include "dbm/DbmCommand.h"
+
+int main(int argc, char** argv) {
+  std::vector<std::string> args(argv + 1, argv + argc);
+  return orv::dbm::RunDbm(args, std::cout, std::cerr);
 }

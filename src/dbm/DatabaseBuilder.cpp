@@ -1,0 +1,672 @@
+#include "dbm/DatabaseBuilder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <numbers>
+#include <set>
+#include <unordered_map>
+
+#include "core/Runtime.h"
+#include "core/TextFormats.h"
+#include "dbm/IcaoPrefixes.h"
+
+namespace orv::dbm {
+
+namespace {
+
+constexpr double kEarthRadiusNm = 3440.065;
+constexpr std::size_t kKeptNotes = 5;
+
+double Radians(double deg) { return deg * std::numbers::pi / 180.0; }
+
+int16_t Clamp16(double v) {
+  if (!(v > -32768)) return v != v ? 0 : -32768;
+  if (v > 32767) return 32767;
+  return static_cast<int16_t>(std::lround(v));
+}
+
+bool Contains(std::string_view text, std::string_view word) { return text.find(word) != std::string_view::npos; }
+
+// The navaid's own name without the kind words the source puts behind it
+// ("FRANKFURT VOR-DME" -> "FRANKFURT").
+std::string PlainName(std::string_view name) {
+  static constexpr std::string_view kKindWords[] = {"VOR-DME", "VORTAC", "VOR/DME", "VOR", "TACAN", "DME",
+                                                    "NDB-DME", "NDB",    "LOM",     "LMM", "NDB/DME"};
+  std::string s = Trim(name);
+  for (bool changed = true; changed;) {
+    changed = false;
+    for (std::string_view w : kKindWords) {
+      if (s.size() > w.size() && s.compare(s.size() - w.size(), w.size(), w) == 0 &&
+          s[s.size() - w.size() - 1] == ' ') {
+        s = Trim(std::string_view(s).substr(0, s.size() - w.size()));
+        changed = true;
+      }
+    }
+  }
+  return s;
+}
+
+std::string MeaText(int hundreds) {
+  if (hundreds <= 0) return std::string();
+  long feet = static_cast<long>(hundreds) * 100;
+  if (feet > 99999) feet = 99999;
+  return std::to_string(feet);
+}
+
+std::string NodeKey(std::string_view ident, double lat, double lon) {
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "|%ld|%ld", std::lround(lat * 1e4), std::lround(lon * 1e4));
+  return std::string(ident) + buf;
+}
+
+void Note(BuiltDatabase& out, std::map<std::string, int>& seen, const std::string& kind, const std::string& text) {
+  ++out.LeftOut;
+  if (seen[kind]++ < static_cast<int>(kKeptNotes)) out.Notes.push_back(text);
+}
+
+}  // namespace
+
+double DistanceNm(double lat1, double lon1, double lat2, double lon2) {
+  double p1 = Radians(lat1), p2 = Radians(lat2), dl = Radians(lon2 - lon1);
+  double a = std::sin((p2 - p1) / 2) * std::sin((p2 - p1) / 2) +
+             std::cos(p1) * std::cos(p2) * std::sin(dl / 2) * std::sin(dl / 2);
+  return 2 * kEarthRadiusNm * std::asin(std::sqrt(std::min(1.0, a)));
+}
+
+std::vector<ShapePoint> CirclePoints(double lat, double lon, double radiusNm) {
+  std::vector<ShapePoint> points;
+  points.reserve(36);
+  double dLat = radiusNm / 60.0;
+  double cosLat = std::max(0.01, std::cos(Radians(lat)));
+  for (int i = 0; i < 36; ++i) {
+    double a = Radians(i * 10.0);
+    points.push_back({static_cast<float>(lat + dLat * std::cos(a)),
+                      static_cast<float>(lon + dLat * std::sin(a) / cosLat)});
+  }
+  return points;
+}
+
+uint8_t SurfaceCode(int s) {
+  if (s == 1 || (s >= 20 && s <= 38)) return 4;   // asphalt
+  if (s == 2 || (s >= 50 && s <= 57)) return 0;   // concrete
+  switch (s) {
+    case 3: return 1;     // turf or grass
+    case 4: return 12;    // dirt
+    case 5: return 14;    // gravel
+    case 12: return 7;    // dry lakebed
+    case 13: return 2;    // water
+    case 14: return 8;    // snow or ice
+    default: return 254;  // transparent or unknown
+  }
+}
+
+uint8_t FrequencyKind(int row, std::string_view name) {
+  std::string upper = UCase(name);
+  switch (row) {
+    case 50: return Contains(upper, "ASOS") || Contains(upper, "AWOS") ? 12 : 1;
+    case 51:
+      if (Contains(upper, "CTAF")) return 4;
+      if (Contains(upper, "MULTICOM")) return 2;
+      return 3;
+    case 52: return 7;
+    case 53: return 5;
+    case 54: return 6;
+    case 55: return Contains(upper, "CENTER") || Contains(upper, "CTR") ? 10 : 8;
+    case 56: return 9;
+    default: return 3;
+  }
+}
+
+ParkingCodes ParkingFor(const SrcParking& p) {
+  ParkingCodes c;
+  std::string name = UCase(Trim(p.Name));
+  if (p.Gate) {
+    bool heavy = Contains(p.Aircraft, "heavy"), jets = Contains(p.Aircraft, "jets");
+    if (p.Operation == "cargo") c.Kind = 5;
+    else if (p.Operation == "military") c.Kind = Contains(p.Aircraft, "fighters") ? 7 : 6;
+    else if (p.Type == "gate") c.Kind = heavy ? 10 : jets ? 9 : 8;
+    else if (p.Type == "tie_down") c.Kind = heavy || jets ? 4 : Contains(p.Aircraft, "turboprops") ? 3 : 2;
+    else if (p.Type == "misc") c.Kind = 13;
+    else c.Kind = 1;  // hangar
+  } else {
+    c.Kind = Contains(name, "GATE") ? 9 : Contains(name, "CARGO") ? 5 : 1;
+  }
+  // The number: the last run of digits in the name.
+  std::size_t end = name.find_last_of("0123456789");
+  std::size_t begin = end;
+  if (end != std::string::npos) {
+    while (begin > 0 && std::isdigit(static_cast<unsigned char>(name[begin - 1]))) --begin;
+    c.Number = static_cast<int32_t>(std::min<long>(std::strtol(name.substr(begin, end - begin + 1).c_str(), nullptr, 10), 999999));
+  }
+  // A letter standing right before the number names the gate row ("A12",
+  // "Gate B 7"); a dock is a dock; other gates and stands are plain gates.
+  bool gateKind = c.Kind >= 8 && c.Kind <= 10;
+  char letter = 0;
+  if (end != std::string::npos) {
+    std::size_t i = begin;
+    while (i > 0 && name[i - 1] == ' ') --i;
+    if (i > 0 && name[i - 1] >= 'A' && name[i - 1] <= 'Z' && (i == 1 || !std::isalpha(static_cast<unsigned char>(name[i - 2]))))
+      letter = name[i - 1];
+  }
+  if (Contains(name, "DOCK")) c.NameCode = 11;
+  else if (letter && (gateKind || Contains(name, "GATE") || name.size() <= 4)) c.NameCode = 12 + (letter - 'A');
+  else if (gateKind || Contains(name, "GATE") || Contains(name, "STAND")) c.NameCode = 10;
+  else c.NameCode = 1;
+  std::string ident = Trim(p.Name);
+  if (ident.size() > 5) ident = c.Number ? std::to_string(c.Number) : ident.substr(0, 5);
+  if (ident.size() > 5) ident = ident.substr(ident.size() - 5);
+  c.Ident = ident;
+  return c;
+}
+
+int16_t VorTypeCode(int row, std::string_view name, bool withDme) {
+  std::string upper = UCase(name);
+  if (Contains(upper, "VORTAC")) return 2;
+  if (Contains(upper, "TACAN")) return 3;
+  if (row == kVor) return Contains(upper, "DME") || withDme ? 4 : 1;
+  return 9;  // a DME standing alone
+}
+
+std::string StoredDesignator(std::string_view designator, bool helipad) {
+  std::string d = UCase(Trim(designator));
+  if (helipad) {
+    if (!d.empty() && d[0] == 'H') d.erase(0, 1);
+    return ("00H" + d).substr(0, 5);
+  }
+  static constexpr std::pair<std::string_view, std::string_view> kCompass[] = {
+      {"N", "37"}, {"NE", "38"}, {"E", "39"}, {"SE", "40"}, {"S", "41"}, {"SW", "42"}, {"W", "43"}, {"NW", "44"}};
+  for (auto [from, to] : kCompass)
+    if (d == from) return std::string(to);
+  return d.substr(0, 5);
+}
+
+// ------------------------------------------------------------------ build
+
+namespace {
+
+struct Place {
+  double Lat = 0, Lon = 0;
+};
+
+bool AirportPosition(const SrcAirport& a, Place& at) {
+  if (a.HasDatum) {
+    at = {a.DatumLat, a.DatumLon};
+    return true;
+  }
+  if (!a.Runways.empty()) {
+    double lat = 0, lon = 0;
+    for (const SrcRunway& r : a.Runways) lat += r.Lat, lon += r.Lon;
+    at = {lat / a.Runways.size(), lon / a.Runways.size()};
+    return true;
+  }
+  if (a.HasTower) {
+    at = {a.TowerLat, a.TowerLon};
+    return true;
+  }
+  if (!a.Parking.empty()) {
+    at = {a.Parking[0].Lat, a.Parking[0].Lon};
+    return true;
+  }
+  return false;
+}
+
+struct Hierarchy {
+  std::set<std::string> regions;
+  std::map<std::string, std::string> countries;           // name -> region
+  std::map<std::pair<std::string, std::string>, bool> states;  // (state, country)
+  std::map<std::tuple<std::string, std::string, std::string>, bool> cities;
+};
+
+void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const BuildOptions& options, BuiltDatabase& out,
+                   std::map<std::string, int>& seen) {
+  AirportTables& t = out.Db.Airports;
+  // Airports go out sorted by ICAO code: the program's loaders never sort.
+  std::vector<const SrcAirport*> order;
+  order.reserve(src.Airports.size());
+  std::unordered_map<std::string, const SrcAirport*> byIcao;
+  for (const SrcAirport& a : src.Airports) {
+    if (a.Icao.empty() || a.Icao.size() > 5) {
+      Note(out, seen, "airport ident", "airport at line " + std::to_string(a.Line) + ": ident \"" + a.Icao +
+                                           "\" does not fit the 5 characters of the database");
+      continue;
+    }
+    auto [it, fresh] = byIcao.emplace(UCase(a.Icao), &a);
+    if (!fresh) {
+      Note(out, seen, "airport twice", "airport " + a.Icao + " at line " + std::to_string(a.Line) +
+                                           ": the ident was used before; the first one is kept");
+      continue;
+    }
+    order.push_back(&a);
+  }
+  std::sort(order.begin(), order.end(), [](const SrcAirport* x, const SrcAirport* y) { return UCase(x->Icao) < UCase(y->Icao); });
+
+  // The ILS family of nav.dat, grouped by airport.
+  std::unordered_map<std::string, std::vector<const SrcNavaid*>> ilsOf, gsOf;
+  for (const SrcNavaid& n : src.Navaids) {
+    if (n.Row == kIls || n.Row == kLoc) ilsOf[UCase(n.Airport)].push_back(&n);
+    else if (n.Row == kGlideSlope) gsOf[UCase(n.Airport)].push_back(&n);
+  }
+
+  Hierarchy h;
+  t.Airports.clear();
+  t.Airports.reserve(order.size());
+  std::vector<const SrcAirport*> placed;
+  placed.reserve(order.size());
+  for (const SrcAirport* sp : order) {
+    const SrcAirport& s = *sp;
+    Place at;
+    if (!AirportPosition(s, at)) {
+      Note(out, seen, "airport position", "airport " + s.Icao + " at line " + std::to_string(s.Line) +
+                                              ": no runway, datum, tower or parking gives its position");
+      continue;
+    }
+    AirportRec a;
+    a.Icao.Assign(UCase(s.Icao));
+    a.Name.Assign(s.Name.substr(0, 40));
+    a.Lat = static_cast<float>(at.Lat);
+    a.Lon = static_cast<float>(at.Lon);
+    a.Elevation = s.ElevationFeet;
+    a.MagVar = static_cast<float>(MagVarAt(grid, at.Lat, at.Lon));
+    PlaceOfPrefix place = PlaceOfIdent(a.Icao.Str(), at.Lat, at.Lon);
+    std::string country = s.Country.empty() ? std::string(place.Country) : s.Country;
+    std::string region = std::string(place.Region);
+    if (region.empty() && !s.RegionCode.empty()) region = std::string(PlaceOfIdent(s.RegionCode + "AA", at.Lat, at.Lon).Region);
+    if (country.empty()) country = "Unknown";
+    if (region.empty()) region = "Unknown";
+    a.Country = country.substr(0, 40);
+    a.State = s.State.substr(0, 40);
+    a.City = s.City.substr(0, 40);
+    h.regions.insert(region.substr(0, 30));
+    h.countries.emplace(a.Country, region.substr(0, 30));
+    if (!a.State.empty()) h.states[{a.State, a.Country}] = true;
+    if (!a.City.empty()) h.cities[{a.City, a.State, a.Country}] = true;
+
+    for (const SrcRunway& r : s.Runways) {
+      RunwayRec w;
+      bool heli = r.Kind == RunwayKind::Helipad;
+      w.LowEnd.Assign(StoredDesignator(r.End1, heli));
+      std::string high = heli ? w.LowEnd.Str()
+                              : (r.End2.empty() ? RunwayOpposite(w.LowEnd.Str()) : StoredDesignator(r.End2, false));
+      w.HighEnd.Assign(high);
+      w.Lat = static_cast<float>(r.Lat);
+      w.Lon = static_cast<float>(r.Lon);
+      w.TrueHeading = static_cast<float>(r.TrueHeading);
+      w.LengthFeet = Clamp16(r.LengthFeet);
+      w.WidthFeet = Clamp16(r.WidthFeet);
+      w.Surface = SurfaceCode(r.Surface);
+      a.Runways.push_back(w);
+    }
+    for (const SrcFrequency& f : s.Frequencies) {
+      FrequencyRec w;
+      w.Ident.Assign(a.Icao.Str());
+      w.Name.Assign(f.Name.substr(0, 30));
+      w.Frequency = static_cast<float>(f.KHz / 1000.0);
+      w.Kind = FrequencyKind(f.Row, f.Name);
+      a.Frequencies.push_back(w);
+    }
+    for (const SrcParking& p : s.Parking) {
+      ParkingCodes c = ParkingFor(p);
+      ParkingRec w;
+      w.Ident.Assign(c.Ident);
+      w.Lat = static_cast<float>(p.Lat);
+      w.Lon = static_cast<float>(p.Lon);
+      w.Number = c.Number;
+      w.Kind = c.Kind;
+      w.NameCode = c.NameCode;
+      a.Parking.push_back(w);
+    }
+    // ILS and localizers of this airport, tied to their runway ends.
+    auto ils = ilsOf.find(std::string(a.Icao.Trimmed()));
+    if (ils != ilsOf.end()) {
+      for (const SrcNavaid* n : ils->second) {
+        IlsRec w;
+        w.Airport = static_cast<int32_t>(t.Airports.size());
+        w.Ident.Assign(n->Ident.substr(0, 5));
+        w.Name.Assign(n->Name.substr(0, 40));
+        w.Runway.Assign(StoredDesignator(n->Runway, false));
+        w.Values[0] = static_cast<float>(n->Lat);
+        w.Values[1] = static_cast<float>(n->Lon);
+        w.Values[2] = static_cast<float>(n->Frequency / 100.0);
+        w.Values[3] = static_cast<float>(std::fmod(n->Extra, 360.0));
+        auto gs = gsOf.find(std::string(a.Icao.Trimmed()));
+        if (gs != gsOf.end())
+          for (const SrcNavaid* g : gs->second)
+            if (g->Ident == n->Ident) w.Values[4] = static_cast<float>(std::floor(g->Extra / 1000.0) / 100.0);
+        w.Values[5] = static_cast<float>(n->ElevationFeet);
+        w.Values[6] = static_cast<float>(n->RangeNm);
+        w.Ident2 = w.Ident;
+        for (RunwayRec& r : a.Runways) {
+          if (r.LowEnd.Trimmed() == w.Runway.Trimmed()) r.LowIls = w.Ident;
+          else if (r.HighEnd.Trimmed() == w.Runway.Trimmed()) r.HighIls = w.Ident;
+        }
+        a.Ils.push_back(w);
+      }
+    }
+    // Ground layout: taxiway segments and pavement outlines.
+    for (const SrcTaxiSegment& x : s.Taxiways) {
+      TaxiRec w;
+      w.Lat1 = static_cast<float>(x.Lat1);
+      w.Lon1 = static_cast<float>(x.Lon1);
+      w.Lat2 = static_cast<float>(x.Lat2);
+      w.Lon2 = static_cast<float>(x.Lon2);
+      w.Name.Assign(x.Name.substr(0, 8));
+      w.Width = Clamp16(x.WidthFeet);
+      out.Db.Shapes.TaxiSegments.push_back(w);
+    }
+    for (const auto& ring : s.Pavements) {
+      if (ring.size() < 3) continue;
+      for (std::size_t i = 0; i < ring.size(); ++i) {
+        GroundPolyRec g;
+        g.Kind.Assign(i == 0 ? "F" : "L");
+        g.Lat = static_cast<float>(ring[i].Lat);
+        g.Lon = static_cast<float>(ring[i].Lon);
+        out.Db.Shapes.GroundPolygons.push_back(g);
+      }
+    }
+    t.Airports.push_back(std::move(a));
+    placed.push_back(sp);
+  }
+  // The map closes a ground polygon at the next record that is not "L": one
+  // end record closes the last one.
+  if (!out.Db.Shapes.GroundPolygons.empty()) {
+    GroundPolyRec end = out.Db.Shapes.GroundPolygons.back();
+    end.Kind.Assign("E");
+    out.Db.Shapes.GroundPolygons.push_back(end);
+  }
+
+  for (const std::string& r : h.regions) t.Regions.push_back(r);
+  for (const auto& [name, region] : h.countries) t.Countries.push_back({name, region});
+  for (const auto& [k, _] : h.states) t.States.push_back({k.first, k.second});
+  for (const auto& [k, _] : h.cities) t.Cities.push_back({std::get<0>(k), std::get<1>(k), std::get<2>(k)});
+  t.RegionCount = static_cast<int32_t>(t.Regions.size());
+  t.CountryCount = static_cast<int32_t>(t.Countries.size());
+  t.StateCount = static_cast<int32_t>(t.States.size());
+  t.CityCount = static_cast<int32_t>(t.Cities.size());
+  t.AirportFileCount = static_cast<int32_t>(t.Airports.size());
+
+  // Weather stations: the airports with a four-letter code, in alphabetical order.
+  std::string& wx = out.WxStations;
+  wx.reserve(t.Airports.size() * 24);
+  for (const AirportRec& a : t.Airports) {
+    std::string_view icao = a.Icao.Trimmed();
+    if (icao.size() != 4 || !std::all_of(icao.begin(), icao.end(), [](char c) { return c >= 'A' && c <= 'Z'; }))
+      continue;
+    char buf[64];
+    std::snprintf(buf, sizeof buf, ",%.4f,%.4f\r\n", a.Lat, a.Lon);
+    wx.append(icao).append(buf);
+  }
+
+  // Control zones derived from the tower frequencies.
+  if (options.DeriveControlZones) {
+    for (std::size_t i = 0; i < t.Airports.size(); ++i) {
+      const AirportRec& a = t.Airports[i];
+      bool tower = std::any_of(a.Frequencies.begin(), a.Frequencies.end(), [](const FrequencyRec& f) { return f.Kind == 6; });
+      if (!tower) continue;
+      if (out.Db.Shapes.Airspaces.size() > static_cast<std::size_t>(kLastAirspaceIndex)) {
+        Note(out, seen, "zones", "control zone of " + a.Icao.Str() + ": the airspace table is full (15001 zones)");
+        continue;
+      }
+      AirspaceRec z;
+      z.Index = static_cast<int16_t>(out.Db.Shapes.Airspaces.size());
+      z.Class.Assign("CTR");
+      z.Ident.Assign(std::string(a.Icao.Trimmed().substr(0, 4)));
+      z.Name.Assign(a.Name.Str().substr(0, 38));
+      z.Name2.Assign("Derived 5 NM zone");
+      z.LowerAltitude.Assign("GND");
+      z.UpperAltitude.Assign(std::to_string((a.Elevation + 2500 + 99) / 100 * 100));
+      auto pts = CirclePoints(a.Lat, a.Lon, 5.0);
+      AddAirspace(out.Db.Shapes, z, pts);
+      ++out.ControlZones;
+    }
+  }
+}
+
+struct Node {
+  std::string Ident;
+  std::string Region;
+  std::string Name;
+  double Lat = 0, Lon = 0;
+  bool OnAirway = false;
+  int32_t Slot = -1;
+  std::vector<AirwayLinkRec> Low, High;
+};
+
+void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabase& out, std::map<std::string, int>& seen) {
+  NavaidTables& nav = out.Db.Navaids;
+  auto magVar = [&](double lat, double lon) { return static_cast<float>(MagVarAt(grid, lat, lon)); };
+
+  // VORs and NDBs, with the DMEs that stand with them folded in.
+  std::unordered_map<std::string, std::vector<std::size_t>> vorsByIdent, ndbsByIdent;
+  for (std::size_t i = 0; i < src.Navaids.size(); ++i) {
+    const SrcNavaid& n = src.Navaids[i];
+    if (n.Row == kVor) vorsByIdent[n.Ident].push_back(i);
+    if (n.Row == kNdb) ndbsByIdent[n.Ident].push_back(i);
+  }
+  std::vector<char> hasDme(src.Navaids.size(), 0);
+  std::vector<const SrcNavaid*> loneDmes;
+  for (const SrcNavaid& n : src.Navaids) {
+    if (n.Row != kDme && n.Row != kDmeStandalone) continue;
+    if (Contains(UCase(n.Name), "ILS") || Contains(UCase(n.Name), "LOC") || !n.Runway.empty()) continue;
+    bool paired = false;
+    for (auto* list : {&vorsByIdent, &ndbsByIdent}) {
+      auto it = list->find(n.Ident);
+      if (it == list->end()) continue;
+      for (std::size_t i : it->second)
+        if (DistanceNm(n.Lat, n.Lon, src.Navaids[i].Lat, src.Navaids[i].Lon) < 3.0) hasDme[i] = 1, paired = true;
+    }
+    if (!paired) loneDmes.push_back(&n);
+  }
+  for (std::size_t i = 0; i < src.Navaids.size(); ++i) {
+    const SrcNavaid& n = src.Navaids[i];
+    if (n.Row == kVor) {
+      VorRec v;
+      v.Ident.Assign(n.Ident.substr(0, 10));
+      v.Name.Assign(PlainName(n.Name).substr(0, 20));
+      v.Lat = static_cast<float>(n.Lat);
+      v.Lon = static_cast<float>(n.Lon);
+      v.Frequency = static_cast<float>(n.Frequency / 100.0);
+      v.MagVar = magVar(n.Lat, n.Lon);
+      v.TypeCode = VorTypeCode(kVor, n.Name, hasDme[i] != 0);
+      v.TypeName = VorTypeName(v.TypeCode);
+      nav.Vors.push_back(v);
+    } else if (n.Row == kNdb) {
+      NdbRec d;
+      d.Ident.Assign(n.Ident.substr(0, 10));
+      d.Name.Assign(PlainName(n.Name).substr(0, 20));
+      d.Lat = static_cast<float>(n.Lat);
+      d.Lon = static_cast<float>(n.Lon);
+      d.Frequency = static_cast<float>(n.Frequency);
+      d.MagVar = magVar(n.Lat, n.Lon);
+      d.TypeText.Assign(hasDme[i] ? "7" : "5");
+      d.TypeName = NdbTypeName(d.TypeText);
+      nav.Ndbs.push_back(d);
+    } else if (n.Row == kOuterMarker || n.Row == kMiddleMarker || n.Row == kInnerMarker) {
+      MarkerRec m;
+      m.Kind.Assign(n.Row == kOuterMarker ? "OM" : n.Row == kMiddleMarker ? "MM" : "IM");
+      m.Lat = static_cast<float>(n.Lat);
+      m.Lon = static_cast<float>(n.Lon);
+      m.Heading = static_cast<float>(std::fmod(n.Extra, 360.0));
+      out.Db.Shapes.Markers.push_back(m);
+    }
+  }
+  for (const SrcNavaid* n : loneDmes) {
+    VorRec v;
+    v.Ident.Assign(n->Ident.substr(0, 10));
+    v.Name.Assign(PlainName(n->Name).substr(0, 20));
+    v.Lat = static_cast<float>(n->Lat);
+    v.Lon = static_cast<float>(n->Lon);
+    v.Frequency = static_cast<float>(n->Frequency / 100.0);
+    v.MagVar = magVar(n->Lat, n->Lon);
+    v.TypeCode = VorTypeCode(n->Row, n->Name, true);
+    v.TypeName = VorTypeName(v.TypeCode);
+    nav.Vors.push_back(v);
+  }
+  std::stable_sort(nav.Vors.begin(), nav.Vors.end(), [](const VorRec& a, const VorRec& b) { return a.Ident.View() < b.Ident.View(); });
+  std::stable_sort(nav.Ndbs.begin(), nav.Ndbs.end(), [](const NdbRec& a, const NdbRec& b) { return a.Ident.View() < b.Ident.View(); });
+
+  // GPS fixes: every fix of the source.
+  nav.Fixes.reserve(src.Fixes.size());
+  for (const SrcFix& f : src.Fixes) {
+    if (f.Ident.empty() || f.Ident.size() > 5) {
+      Note(out, seen, "fix ident", "fix \"" + f.Ident + "\": the ident does not fit the 5 characters of the database");
+      continue;
+    }
+    FixRec w;
+    w.Country.Assign(f.Region.substr(0, 2));
+    w.Ident.Assign(f.Ident);
+    w.Name.Assign(f.Ident);
+    w.Lat = static_cast<float>(f.Lat);
+    w.Lon = static_cast<float>(f.Lon);
+    w.MagVar = magVar(f.Lat, f.Lon);
+    nav.Fixes.push_back(w);
+  }
+  std::stable_sort(nav.Fixes.begin(), nav.Fixes.end(), [](const FixRec& a, const FixRec& b) { return a.Ident.View() < b.Ident.View(); });
+
+  // Positions by ident, region and kind for the 1100 airway rows.
+  std::unordered_map<std::string, Place> where;
+  for (const SrcFix& f : src.Fixes) where.emplace(f.Ident + "|" + f.Region + "|11", Place{f.Lat, f.Lon});
+  for (const SrcNavaid& n : src.Navaids)
+    if (n.Row == kVor || n.Row == kNdb) where.emplace(n.Ident + "|" + n.Region + "|" + std::to_string(n.Row), Place{n.Lat, n.Lon});
+  // Names of the navaids that stand on airways.
+  std::unordered_map<std::string, std::string> navName;
+  for (const SrcNavaid& n : src.Navaids)
+    if (n.Row == kVor || n.Row == kNdb) navName.emplace(NodeKey(n.Ident, n.Lat, n.Lon), PlainName(n.Name));
+
+  // Airway nodes.
+  std::vector<Node> nodes;
+  std::unordered_map<std::string, int> nodeOf;
+  auto nodeFor = [&](const SrcAirwayEnd& e, int& id) {
+    Place p{e.Lat, e.Lon};
+    if (!e.HasPosition) {
+      auto it = where.find(e.Ident + "|" + e.Region + "|" + std::to_string(e.Kind));
+      if (it == where.end()) return false;
+      p = it->second;
+    }
+    std::string key = NodeKey(e.Ident, p.Lat, p.Lon);
+    auto [it, fresh] = nodeOf.emplace(key, static_cast<int>(nodes.size()));
+    if (fresh) {
+      Node n;
+      n.Ident = e.Ident;
+      n.Region = e.Region;
+      n.Lat = p.Lat;
+      n.Lon = p.Lon;
+      n.OnAirway = true;
+      auto name = navName.find(key);
+      n.Name = name != navName.end() ? name->second : e.Ident;
+      nodes.push_back(std::move(n));
+    }
+    id = it->second;
+    return true;
+  };
+  struct Seg {
+    int From, To;
+    const SrcAirway* Src;
+  };
+  std::vector<Seg> segs;
+  segs.reserve(src.Airways.size());
+  for (const SrcAirway& a : src.Airways) {
+    if (a.From.Ident.size() > 5 || a.To.Ident.size() > 5 || a.Name.size() > 8) {
+      Note(out, seen, "airway ident", "airway " + a.Name + " " + a.From.Ident + "-" + a.To.Ident +
+                                          ": an ident is wider than the database holds");
+      continue;
+    }
+    int f = 0, t = 0;
+    if (!nodeFor(a.From, f) || !nodeFor(a.To, t)) {
+      Note(out, seen, "airway end", "airway " + a.Name + " " + a.From.Ident + "-" + a.To.Ident +
+                                        ": an end is neither a fix nor a navaid of the sources");
+      continue;
+    }
+    if (f == t) continue;
+    segs.push_back({f, t, &a});
+  }
+  // Fixes off the airways fill the slots the airways leave.
+  for (const SrcFix& f : src.Fixes) {
+    if (f.Terminal || f.Ident.empty() || f.Ident.size() > 5) continue;
+    std::string key = NodeKey(f.Ident, f.Lat, f.Lon);
+    if (nodeOf.count(key)) continue;
+    nodeOf.emplace(key, static_cast<int>(nodes.size()));
+    Node n;
+    n.Ident = f.Ident;
+    n.Region = f.Region;
+    n.Name = f.Ident;
+    n.Lat = f.Lat;
+    n.Lon = f.Lon;
+    nodes.push_back(std::move(n));
+  }
+  // Slots: airway nodes first, each group by ident, until the 40001 are used.
+  std::vector<int> order(nodes.size());
+  for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
+  std::sort(order.begin(), order.end(), [&](int x, int y) {
+    const Node& a = nodes[x];
+    const Node& b = nodes[y];
+    if (a.OnAirway != b.OnAirway) return a.OnAirway;
+    if (a.Ident != b.Ident) return a.Ident < b.Ident;
+    if (a.Lat != b.Lat) return a.Lat < b.Lat;
+    return a.Lon < b.Lon;
+  });
+  int32_t slots = 0;
+  int64_t airwayNodesLeft = 0;
+  for (int id : order) {
+    if (slots < static_cast<int32_t>(kIntersectionSlots)) nodes[id].Slot = slots++;
+    else if (nodes[id].OnAirway) ++airwayNodesLeft;
+  }
+  if (airwayNodesLeft)
+    Note(out, seen, "slots", std::to_string(airwayNodesLeft) + " airway points found no intersection slot (40001 at most)");
+
+  for (const Seg& s : segs) {
+    Node& a = nodes[s.From];
+    Node& b = nodes[s.To];
+    if (a.Slot < 0 || b.Slot < 0) continue;
+    const SrcAirway& w = *s.Src;
+    float dist = static_cast<float>(DistanceNm(a.Lat, a.Lon, b.Lat, b.Lon));
+    std::string mea1 = MeaText(w.Base), mea2 = MeaText(w.Top);
+    AirwayLinkRec fwd{b.Slot, FixedStr<8>(w.Name), dist, FixedStr<5>(mea1), FixedStr<5>(mea2)};
+    AirwayLinkRec back{a.Slot, FixedStr<8>(w.Name), dist, FixedStr<5>(mea1), FixedStr<5>(mea2)};
+    if (w.Direction != 'B') (w.High ? a.High : a.Low).push_back(fwd);
+    if (w.Direction != 'F') (w.High ? b.High : b.Low).push_back(back);
+    AirwayRec seg;
+    seg.Name.Assign(w.Name);
+    seg.FromIndex = a.Slot;
+    seg.ToIndex = b.Slot;
+    seg.Value = dist;
+    seg.Mea1.Assign(MeaText(w.Base));
+    seg.Mea2.Assign(MeaText(w.Top));
+    (w.High ? nav.JetAirways : nav.VictorAirways).push_back(seg);
+  }
+  nav.Intersections.assign(kIntersectionSlots, EmptyIntersectionSlot());
+  nav.AirwayLinks.clear();
+  std::vector<int> bySlot(kIntersectionSlots, -1);
+  for (std::size_t i = 0; i < nodes.size(); ++i)
+    if (nodes[i].Slot >= 0) bySlot[nodes[i].Slot] = static_cast<int>(i);
+  for (int id : bySlot) {
+    if (id < 0) continue;
+    Node& n = nodes[id];
+    IntersectionRec r;
+    r.Index = n.Slot;
+    r.Country.Assign(n.Region.substr(0, 2));
+    r.Ident.Assign(n.Ident);
+    r.Name.Assign(n.Name.substr(0, 25));
+    r.Lat = static_cast<float>(n.Lat);
+    r.Lon = static_cast<float>(n.Lon);
+    r.MagVar = magVar(n.Lat, n.Lon);
+    for (auto* list : {&n.Low, &n.High}) {
+      if (list->size() > 255) {
+        Note(out, seen, "links", "intersection " + n.Ident + ": more than 255 airway links of one kind, the rest left out");
+        list->resize(255);
+      }
+    }
+    PlaceIntersection(nav, r, n.Low, n.High);
+  }
+}
+
+}  // namespace
+
+void BuildDatabase(const XPlaneSources& src, const MagVarGrid& grid, const BuildOptions& options, BuiltDatabase& out) {
+  std::map<std::string, int> seen;
+  BuildAirports(src, grid, options, out, seen);
+  BuildNavaids(src, grid, out, seen);
+}
+
+}  // namespace orv::dbm

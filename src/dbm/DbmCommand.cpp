@@ -1,0 +1,202 @@
+#include "dbm/DbmCommand.h"
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+
+#include "database/MagVar.h"
+#include "dbm/DatabaseBuilder.h"
+#include "dbm/FolderWriter.h"
+#include "dbm/MagneticModel.h"
+#include "dbm/SourceFiles.h"
+#include "dbm/XPlaneSources.h"
+
+namespace orv::dbm {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: orvanta-dbm --xplane DIR --out APPDIR [--coast FILE] [--rivers FILE] [--openair FILE]\n"
+    "                   [--cifp DIR] [--date YEAR] [--sim fs9|fsx|both] [--wmm FILE]\n";
+
+struct Options {
+  fs::path XPlane, Out, Coast, Rivers, OpenAir, Cifp, Wmm;
+  double Date = 0;  // decimal year; 0: today
+  bool Fs9 = true, Fsx = true;
+};
+
+bool ParseArgs(const std::vector<std::string>& args, Options& o, std::ostream& err) {
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    auto value = [&](std::string& v) {
+      if (i + 1 >= args.size()) {
+        err << "orvanta-dbm: " << a << " needs a value\n";
+        return false;
+      }
+      v = args[++i];
+      return true;
+    };
+    std::string v;
+    if (a == "--xplane" || a == "--out" || a == "--coast" || a == "--rivers" || a == "--openair" || a == "--cifp" ||
+        a == "--date" || a == "--sim" || a == "--wmm") {
+      if (!value(v)) return false;
+      if (a == "--xplane") o.XPlane = v;
+      else if (a == "--out") o.Out = v;
+      else if (a == "--coast") o.Coast = v;
+      else if (a == "--rivers") o.Rivers = v;
+      else if (a == "--openair") o.OpenAir = v;
+      else if (a == "--cifp") o.Cifp = v;
+      else if (a == "--wmm") o.Wmm = v;
+      else if (a == "--date") {
+        char* end = nullptr;
+        o.Date = std::strtod(v.c_str(), &end);
+        if (end == v.c_str() || *end != '\0' || o.Date < 1900 || o.Date > 2100) {
+          err << "orvanta-dbm: --date wants a decimal year such as 2025.5, not \"" << v << "\"\n";
+          return false;
+        }
+      } else {
+        if (v == "fs9") o.Fs9 = true, o.Fsx = false;
+        else if (v == "fsx") o.Fs9 = false, o.Fsx = true;
+        else if (v == "both") o.Fs9 = o.Fsx = true;
+        else {
+          err << "orvanta-dbm: --sim is fs9, fsx or both, not \"" << v << "\"\n";
+          return false;
+        }
+      }
+    } else {
+      err << "orvanta-dbm: unknown argument \"" << a << "\"\n" << kUsage;
+      return false;
+    }
+  }
+  if (o.XPlane.empty() || o.Out.empty()) {
+    err << kUsage;
+    return false;
+  }
+  return true;
+}
+
+double Today() {
+  auto now = std::chrono::system_clock::now();
+  auto days = std::chrono::floor<std::chrono::days>(now);
+  std::chrono::year_month_day ymd{days};
+  auto jan1 = std::chrono::sys_days{ymd.year() / std::chrono::January / 1};
+  return static_cast<int>(ymd.year()) + (days - jan1).count() / 365.25;
+}
+
+void PrintReport(const SourceReport& r, std::ostream& out) {
+  out << "  " << r.Records << " records from " << r.Lines << " lines";
+  if (r.Malformed) out << ", " << r.Malformed << " malformed lines left out";
+  out << "\n";
+  for (const std::string& p : r.FirstProblems) out << "    " << p << "\n";
+}
+
+// Reads one X-Plane source found under the data root.
+bool ReadOne(const fs::path& root, std::vector<std::string_view> names, const char* what, bool required,
+             const std::function<void(std::string_view, SourceReport&)>& reader, SourceReport& report,
+             std::ostream& out, std::ostream& err) {
+  fs::path path = FindSource(root, names);
+  if (path.empty()) {
+    std::string list;
+    for (std::string_view n : names) list += (list.empty() ? "" : ", ") + std::string(n);
+    (required ? err : out) << (required ? "orvanta-dbm: " : "  ") << "no " << what << " file (" << list
+                           << ", plain or .gz) under " << root.string() << (required ? "\n" : ": left out\n");
+    return !required;
+  }
+  out << "Reading " << what << " from " << path.string() << "\n";
+  std::string error;
+  auto text = ReadSourceText(path, error);
+  if (!text) {
+    err << "orvanta-dbm: " << error << "\n";
+    return false;
+  }
+  report.File = path.filename().string();
+  reader(*text, report);
+  if (report.Version == 0) {
+    err << "orvanta-dbm: " << path.string() << ": not an X-Plane data file (no \"I\"/\"A\" line and version)\n";
+    for (const std::string& p : report.FirstProblems) err << "    " << p << "\n";
+    return false;
+  }
+  PrintReport(report, out);
+  return true;
+}
+
+}  // namespace
+
+int RunDbm(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  Options o;
+  if (!ParseArgs(args, o, err)) return 2;
+  auto start = std::chrono::steady_clock::now();
+  std::error_code ec;
+  if (!fs::exists(o.XPlane, ec)) {
+    err << "orvanta-dbm: the source folder " << o.XPlane.string() << " does not exist\n";
+    return 1;
+  }
+
+  XPlaneSources src;
+  SourceReport apt, nav, fix, awy;
+  if (!ReadOne(o.XPlane, {"apt.dat"}, "airport", true,
+               [&](std::string_view t, SourceReport& r) { ReadAptDat(t, src.Airports, r); }, apt, out, err))
+    return 1;
+  if (!ReadOne(o.XPlane, {"earth_nav.dat", "nav.dat"}, "navaid", false,
+               [&](std::string_view t, SourceReport& r) { ReadNavDat(t, src.Navaids, r); }, nav, out, err) ||
+      !ReadOne(o.XPlane, {"earth_fix.dat", "fix.dat"}, "fix", false,
+               [&](std::string_view t, SourceReport& r) { ReadFixDat(t, src.Fixes, r); }, fix, out, err) ||
+      !ReadOne(o.XPlane, {"earth_awy.dat", "awy.dat"}, "airway", false,
+               [&](std::string_view t, SourceReport& r) { ReadAwyDat(t, src.Airways, r); }, awy, out, err))
+    return 1;
+
+  // Magnetic variation from the World Magnetic Model for the date asked.
+  double date = o.Date > 0 ? o.Date : Today();
+  MagneticModel model;
+  std::string modelError;
+  fs::path wmm = o.Wmm.empty() ? FindWmmFile() : o.Wmm;
+  if (wmm.empty() || !model.Load(wmm, modelError)) {
+    err << "orvanta-dbm: " << (wmm.empty() ? std::string("no WMM coefficient file found (give it with --wmm)") : modelError)
+        << "\n";
+    return 1;
+  }
+  out << "Magnetic variation: " << model.Name() << " at " << date << " from " << wmm.string() << "\n";
+  if (!model.Covers(date)) out << "  note: the date lies outside the model's five years of validity\n";
+  Bytes grid = BuildVariationGrid(model, date);
+  MagVarGrid variation;
+  variation.Assign(grid);
+
+  BuildOptions bo;
+  BuiltDatabase built;
+  BuildDatabase(src, variation, bo, built);
+  out << "Built the tables: " << built.Db.Airports.Airports.size() << " airports, " << built.ControlZones
+      << " control zones derived from tower frequencies\n";
+  if (built.LeftOut) {
+    out << "  " << built.LeftOut << " source records left out:\n";
+    for (const std::string& n : built.Notes) out << "    " << n << "\n";
+  }
+
+  FolderOptions fo;
+  fo.Fs9 = o.Fs9;
+  fo.Fsx = o.Fsx;
+  std::string cycle = !apt.Cycle.empty() ? apt.Cycle : nav.Cycle;
+  fo.AiracText = "Data cycle " + (cycle.empty() ? std::string("unknown") : cycle) + "\r\nX-Plane data\r\n";
+  std::vector<WrittenFile> written;
+  std::string error;
+  if (!WriteAppFolder(o.Out, built, grid, fo, written, error)) {
+    err << "orvanta-dbm: " << error << "\n";
+    return 1;
+  }
+  out << "Wrote " << o.Out.string() << ":\n";
+  for (const WrittenFile& f : written) {
+    char line[160];
+    std::snprintf(line, sizeof line, "  %-32s %10lld records %12lld bytes\n", f.Constant.c_str(),
+                  static_cast<long long>(f.Records), static_cast<long long>(f.Bytes));
+    out << line;
+  }
+  double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  char done[80];
+  std::snprintf(done, sizeof done, "Done in %.1f s\n", seconds);
+  out << done;
+  return 0;
+}
+
+}  // namespace orv::dbm

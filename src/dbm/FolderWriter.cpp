@@ -1,0 +1,157 @@
+#include "dbm/FolderWriter.h"
+
+#include <algorithm>
+
+#include "database/AirportFile.h"
+#include "database/AirspaceFiles.h"
+#include "database/GroundFiles.h"
+#include "database/NavaidFiles.h"
+#include "database/UserWaypoints.h"
+#include "database/WorldShapes.h"
+
+namespace orv::dbm {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// "\database\vor.orv" -> root/database/vor.orv
+fs::path Native(const fs::path& root, std::string_view constant) {
+  fs::path p = root;
+  std::size_t i = 0;
+  while (i < constant.size()) {
+    std::size_t j = constant.find('\\', i);
+    if (j == std::string_view::npos) j = constant.size();
+    if (j > i) p /= std::string(constant.substr(i, j - i));
+    i = j + 1;
+  }
+  return p;
+}
+
+class Writer {
+public:
+  Writer(const fs::path& root, std::vector<WrittenFile>& written, std::string& error)
+      : root_(root), written_(written), error_(error) {}
+
+  bool Put(std::string_view constant, const Bytes& bytes, int64_t records) {
+    return Put(constant, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()), records);
+  }
+  bool Put(std::string_view constant, std::string_view bytes, int64_t records) {
+    fs::path path = Native(root_, constant);
+    std::error_code ec;
+    fs::create_directories(path.parent_path(), ec);
+    if (!WriteFileAtomic(path, bytes)) {
+      error_ = path.string() + ": the file cannot be written";
+      return false;
+    }
+    written_.push_back({std::string(constant), records, static_cast<int64_t>(bytes.size())});
+    return true;
+  }
+  // Creates the file only when it does not exist yet: it belongs to the user.
+  bool PutIfMissing(std::string_view constant, std::string_view bytes, int64_t records) {
+    std::error_code ec;
+    if (fs::exists(Native(root_, constant), ec)) return true;
+    return Put(constant, bytes, records);
+  }
+
+private:
+  fs::path root_;
+  std::vector<WrittenFile>& written_;
+  std::string& error_;
+};
+
+int64_t UsedAirports(const std::vector<AirportRec>& airports) {
+  int64_t n = 0;
+  for (const AirportRec& a : airports) n += IsAirportSlotUsed(a) ? 1 : 0;
+  return n;
+}
+
+}  // namespace
+
+Bytes EmptyProcedureFile() {
+  // Airport, runway and name blank, point count 0.
+  Bytes head(56, ' ');
+  head[55] = 0;
+  return head;
+}
+
+std::string DefaultAircraftText() {
+  // Id, name, max fuel kg, ceiling (100 ft), max, empty and load weight kg,
+  // climb rate, climb speed, descent rate, descent speed, cruise speed,
+  // cruise level (100 ft), approach speed, minimum runway ft, range NM.
+  return "1,\"Cessna 172\",145,140,1111,767,250,700,75,500,100,115,65,70,1600,600\r\n"
+         "2,\"Beech King Air 350\",1630,350,6800,4110,1200,2000,160,1500,200,300,240,110,3300,1700\r\n"
+         "3,\"Boeing 737-800\",20800,410,79000,41400,15000,2500,280,2000,280,450,350,145,6500,2900\r\n";
+}
+
+bool WriteAppFolder(const fs::path& root, const BuiltDatabase& built, const Bytes& magVarGrid,
+                    const FolderOptions& options, std::vector<WrittenFile>& written, std::string& error) {
+  Writer w(root, written, error);
+  const NavDatabase& db = built.Db;
+  const AirportTables& ap = db.Airports;
+  const AirspaceTables& sh = db.Shapes;
+  constexpr int64_t kGridCells = 360 * 181;
+
+  if (!w.Put("\\magvar09.swf", magVarGrid, kGridCells) || !w.Put("\\magvar10.swf", magVarGrid, kGridCells)) return false;
+
+  std::vector<std::string> simFolders;
+  if (options.Fs9) simFolders.push_back("\\database\\FS09\\");
+  if (options.Fsx) simFolders.push_back("\\database\\FS10\\");
+  // The simulator folders hold the same airports: built once, written to each.
+  Bytes region = BuildRegionFile(ap.Regions), country = BuildCountryFile(ap.Countries),
+        state = BuildStateFile(ap.States), city = BuildCityFile(ap.Cities), airport = BuildAirportFile(ap.Airports),
+        taxi = BuildTaxiFile(sh), poly = BuildGroundPolyFile(sh), marker = BuildMarkerFile(sh);
+  for (const std::string& f : simFolders) {
+    if (!w.Put(f + "region.orv", region, ap.RegionCount) || !w.Put(f + "country.orv", country, ap.CountryCount) ||
+        !w.Put(f + "state.orv", state, ap.StateCount) || !w.Put(f + "city.orv", city, ap.CityCount) ||
+        !w.Put(f + "airport.orv", airport, UsedAirports(ap.Airports)) ||
+        !w.Put(f + "taxi.orv", taxi, static_cast<int64_t>(sh.TaxiSegments.size())) ||
+        !w.Put(f + "poly.orv", poly, static_cast<int64_t>(sh.GroundPolygons.size())) ||
+        !w.Put(f + "marker.orv", marker, static_cast<int64_t>(sh.Markers.size())))
+      return false;
+  }
+
+  const NavaidTables& nav = db.Navaids;
+  int64_t intersections = 0;
+  for (const IntersectionRec& r : nav.Intersections) intersections += r.Ident.IsEmptySlot() ? 0 : 1;
+  Bytes sid = options.Sid.empty() ? EmptyProcedureFile() : options.Sid;
+  Bytes star = options.Star.empty() ? EmptyProcedureFile() : options.Star;
+  if (!w.Put("\\database\\dijinter.orv", BuildDijinterFile(nav), intersections) ||
+      !w.Put("\\database\\vicways.orv", BuildAirwayFile(nav.VictorAirways), static_cast<int64_t>(nav.VictorAirways.size())) ||
+      !w.Put("\\database\\jetways.orv", BuildAirwayFile(nav.JetAirways), static_cast<int64_t>(nav.JetAirways.size())) ||
+      !w.Put("\\database\\fixes.orv", BuildFixesFile(nav.Fixes), static_cast<int64_t>(nav.Fixes.size())) ||
+      !w.Put("\\database\\vor.orv", BuildVorFile(nav.Vors), static_cast<int64_t>(nav.Vors.size())) ||
+      !w.Put("\\database\\ndb.orv", BuildNdbFile(nav.Ndbs), static_cast<int64_t>(nav.Ndbs.size())) ||
+      !w.Put("\\database\\airspace.orv", BuildAirspaceFile(sh), static_cast<int64_t>(sh.Airspaces.size())) ||
+      !w.Put("\\database\\msa.orv", BuildMsaFile(sh), static_cast<int64_t>(sh.MsaCells.size())) ||
+      !w.Put("\\database\\sid.orv", sid, 0) || !w.Put("\\database\\star.orv", star, 0) ||
+      !w.Put("\\database\\WxStation.txt", built.WxStations,
+             static_cast<int64_t>(std::count(built.WxStations.begin(), built.WxStations.end(), '\n'))) ||
+      !w.Put("\\database\\AIRAC.INI", options.AiracText, 1))
+    return false;
+  Bytes userWp = BuildUserWaypointFile({});
+  if (!w.PutIfMissing("\\database\\userwp.udb", std::string_view(reinterpret_cast<const char*>(userWp.data()), userWp.size()), 0) ||
+      !w.PutIfMissing("\\user\\aircraft.orv", DefaultAircraftText(), 3))
+    return false;
+
+  // The map files may never be empty: without coastline data they hold one
+  // shape of a single point, which draws nothing.
+  AirspaceTables shapes;
+  const AirspaceTables* world = &sh;
+  if (sh.WorldPolygons.empty() || sh.WorldLines.empty()) {
+    shapes.WorldPolygons = sh.WorldPolygons;
+    shapes.WorldPolygonPoints = sh.WorldPolygonPoints;
+    shapes.WorldLines = sh.WorldLines;
+    shapes.WorldLinePoints = sh.WorldLinePoints;
+    ShapePoint origin{0, 0};
+    if (shapes.WorldPolygons.empty()) AddWorldShape(shapes.WorldPolygons, shapes.WorldPolygonPoints, 0, 2, {&origin, 1});
+    if (shapes.WorldLines.empty()) AddWorldShape(shapes.WorldLines, shapes.WorldLinePoints, 0, 1, {&origin, 1});
+    world = &shapes;
+  }
+  if (!w.Put("\\map\\worldpolygon.bin", BuildWorldPolygonFile(*world), static_cast<int64_t>(world->WorldPolygons.size())) ||
+      !w.Put("\\map\\worldline.bin", BuildWorldLineFile(*world), static_cast<int64_t>(world->WorldLines.size())))
+    return false;
+  return true;
+}
+
+}  // namespace orv::dbm

@@ -1,1 +1,0 @@
-// Grows with the database manager.
