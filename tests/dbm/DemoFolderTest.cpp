@@ -1,0 +1,113 @@
+// The demo application folder built from data/demo loads through the
+// program's own start-up, with real counts in every array.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "core/Startup.h"
+#include "database/DatabaseLoader.h"
+#include "dbm/DbmCommand.h"
+#include "support/FakeClock.h"
+#include "support/ScriptedUi.h"
+#include "support/TempDir.h"
+
+namespace orv {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The repository, found above the test program (build/<preset>/tests/).
+fs::path RepoRoot() {
+  std::error_code ec;
+  fs::path dir = fs::read_symlink("/proc/self/exe", ec).parent_path();
+  for (int up = 0; up < 6 && !dir.empty(); ++up, dir = dir.parent_path())
+    if (fs::exists(dir / "data" / "demo" / "apt.dat.gz")) return dir;
+  return {};
+}
+
+const AirportRec* FindAirport(const NavDatabase& db, std::string_view icao) {
+  for (const AirportRec& a : db.Airports.Airports)
+    if (a.Icao.Trimmed() == icao) return &a;
+  return nullptr;
+}
+
+TEST(DemoFolder, BuildsAndLoadsThroughTheStartUp) {
+  fs::path repo = RepoRoot();
+  ASSERT_FALSE(repo.empty()) << "data/demo not found above the test program";
+  test::TempDir dir;
+  std::ostringstream out, err;
+  int rc = dbm::RunDbm({"--xplane", (repo / "data" / "demo").string(), "--out", dir.Path().string(), "--wmm",
+                        (repo / "data" / "wmm" / "WMM2025.COF").string(), "--date", "2026.0", "--sim", "fs9"},
+                       out, err);
+  ASSERT_EQ(rc, 0) << err.str();
+  EXPECT_NE(out.str().find("\\database\\FS09\\airport.orv"), std::string::npos);
+  EXPECT_FALSE(fs::exists(dir.Path() / "database" / "FS10"));
+
+  NavDatabase db;
+  DatabaseLoader loader(db);
+  test::FakeClock clock;
+  test::ScriptedUi ui;
+  AppState state(AppFolder(dir.Path()));
+  StartupResult r = RunStartup(state, ui, clock, loader);
+  ASSERT_FALSE(r.ProgramEnds()) << (r.Messages.empty() ? std::string() : r.Messages.front());
+  EXPECT_EQ(state.DatabaseFolder, "\\database\\FS09\\");
+
+  for (const ArrayCount& c : loader.Counts()) {
+    if (c.Name == "States" || c.Name == "Cities" || c.Name == "MsaCells" || c.Name == "UserWaypoints" ||
+        c.Name == "UserObjects")
+      continue;  // the demo sources have no state, city, MSA or user data
+    EXPECT_GT(c.Count, 0) << c.Name;
+  }
+
+  const AirportRec* eddf = FindAirport(db, "EDDF");
+  const AirportRec* kjfk = FindAirport(db, "KJFK");
+  ASSERT_NE(eddf, nullptr);
+  ASSERT_NE(kjfk, nullptr);
+  EXPECT_NEAR(eddf->Lat, 50.03, 0.05);
+  EXPECT_NEAR(eddf->Lon, 8.56, 0.08);
+  EXPECT_EQ(eddf->Country, "Germany");
+  EXPECT_EQ(kjfk->Country, "United States");
+  EXPECT_GE(eddf->RunwayCount(), 3);
+  EXPECT_GE(eddf->IlsCount(), 4);
+  EXPECT_GT(eddf->FrequencyCount(), 0);
+  EXPECT_GE(eddf->ParkingCount(), 1);  // the 2013 data has one start position there
+  EXPECT_GT(eddf->Ils[0].Values[2], 108.0f);
+  // Frankfurt's variation in 2026 is a little under 4 degrees east.
+  EXPECT_NEAR(eddf->MagVar, 3.8, 0.8);
+  // KJFK's variation is about 13 degrees west.
+  EXPECT_NEAR(kjfk->MagVar, -12.8, 1.0);
+  // Every ILS found its runway end.
+  int linked = 0;
+  for (const RunwayRec& rw : eddf->Runways) linked += (rw.LowIlsIndex >= 0) + (rw.HighIlsIndex >= 0);
+  EXPECT_GE(linked, 4);
+
+  // The airway graph is walkable: some intersection has both kinds of links.
+  int withLow = 0, withHigh = 0;
+  for (int32_t i = 0; i <= db.Navaids.MaxIntersectionIndex; ++i) {
+    withLow += !db.Navaids.LowAirways(i).empty();
+    withHigh += !db.Navaids.HighAirways(i).empty();
+  }
+  EXPECT_GT(withLow, 100);
+  EXPECT_GT(withHigh, 100);
+}
+
+TEST(DemoFolder, MissingSourceFolderIsAClearMessage) {
+  std::ostringstream out, err;
+  EXPECT_EQ(dbm::RunDbm({"--xplane", "/nonexistent/orvanta-data", "--out", "/tmp/x"}, out, err), 1);
+  EXPECT_NE(err.str().find("the source folder /nonexistent/orvanta-data does not exist"), std::string::npos);
+  std::ostringstream out2, err2;
+  EXPECT_EQ(dbm::RunDbm({"--out", "/tmp/x"}, out2, err2), 2);
+  EXPECT_NE(err2.str().find("usage: orvanta-dbm --xplane DIR --out APPDIR"), std::string::npos);
+}
+
+TEST(DemoFolder, FolderWithoutAptDatNamesTheMissingFile) {
+  test::TempDir dir;
+  dir.Write("nav.dat", "I\n810 Version\n99\n");
+  std::ostringstream out, err;
+  EXPECT_EQ(dbm::RunDbm({"--xplane", dir.Path().string(), "--out", (dir.Path() / "out").string()}, out, err), 1);
+  EXPECT_NE(err.str().find("no airport file (apt.dat, plain or .gz) under"), std::string::npos) << err.str();
+}
+
+}  // namespace
+}  // namespace orv
