@@ -13,14 +13,13 @@ if [ ! -f "$fg/Airports/apt.dat.gz" ]; then
   apt-get update -qq
   apt-get install -y -qq flightgear-data-base
 fi
-if [ ! -d /usr/share/magics/shapes ]; then
+if [ ! -d /usr/share/magics/10m ]; then
   export DEBIAN_FRONTEND=noninteractive
   apt-get install -y -qq libmagics++-data || echo "no Natural Earth data: the world is built without coastlines"
 fi
 args=(--xplane "$fg" --out "$out" --wmm "$here/data/wmm/WMM2025.COF")
-ne=/usr/share/magics/shapes
-if [ -f "$ne/ne_10m_land.shp" ]; then args+=(--coast "$ne/ne_10m_land.shp");
-elif [ -f "$ne/ne_50m_land.shp" ]; then args+=(--coast "$ne/ne_50m_land.shp"); fi
-if [ -f "$ne/ne_50m_rivers_lake_centerlines.shp" ]; then args+=(--rivers "$ne/ne_50m_rivers_lake_centerlines.shp"); fi
+ne=/usr/share/magics
+if [ -f "$ne/10m/ne_10m_land.shp" ]; then args+=(--coast "$ne/10m/ne_10m_land.shp"); fi
+if [ -f "$ne/10m/ne_10m_rivers_lake_centerlines.shp" ]; then args+=(--rivers "$ne/10m/ne_10m_rivers_lake_centerlines.shp"); fi
 mkdir -p "$out"
 time "$build/orvanta-dbm" "${args[@]}"

@@ -7,9 +7,6 @@ build=${1:-build/release}
 out=${2:-demo}
 mkdir -p "$out"
 args=(--xplane "$here/data/demo" --out "$out" --wmm "$here/data/wmm/WMM2025.COF")
-# Coastlines when Natural Earth shapefiles are installed (libmagics++-data).
-for ne in /usr/share/magics/shapes; do
-  if [ -f "$ne/ne_50m_land.shp" ]; then args+=(--coast "$ne/ne_50m_land.shp"); fi
-  if [ -f "$ne/ne_50m_rivers_lake_centerlines.shp" ]; then args+=(--rivers "$ne/ne_50m_rivers_lake_centerlines.shp"); fi
-done
+# Coastlines and rivers: the Natural Earth 1:50m extract kept with the demo.
+args+=(--coast "$here/data/demo/ne_50m_land.shp.gz" --rivers "$here/data/demo/ne_50m_rivers_lake_centerlines.shp.gz")
 "$build/orvanta-dbm" "${args[@]}"

@@ -315,6 +315,7 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
       w.Number = c.Number;
       w.Kind = c.Kind;
       w.NameCode = c.NameCode;
+      w.Value = static_cast<int32_t>(std::lround(std::fmod(std::fmod(p.Heading, 360.0) + 360.0, 360.0))) % 360;
       a.Parking.push_back(w);
     }
     // ILS and localizers of this airport, tied to their runway ends.
@@ -326,14 +327,16 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
         w.Ident.Assign(n->Ident.substr(0, 5));
         w.Name.Assign(n->Name.substr(0, 40));
         w.Runway.Assign(StoredDesignator(n->Runway, false));
-        w.Values[0] = static_cast<float>(n->Lat);
-        w.Values[1] = static_cast<float>(n->Lon);
-        w.Values[2] = static_cast<float>(n->Frequency / 100.0);
-        w.Values[3] = static_cast<float>(std::fmod(n->Extra, 360.0));
+        // The order the map and the hover text read: frequency, true course,
+        // glide slope angle (0: localizer only), then position, elevation, range.
+        w.Values[0] = static_cast<float>(n->Frequency / 100.0);
+        w.Values[1] = static_cast<float>(std::fmod(n->Extra, 360.0));
         auto gs = gsOf.find(std::string(a.Icao.Trimmed()));
         if (gs != gsOf.end())
           for (const SrcNavaid* g : gs->second)
-            if (g->Ident == n->Ident) w.Values[4] = static_cast<float>(std::floor(g->Extra / 1000.0) / 100.0);
+            if (g->Ident == n->Ident) w.Values[2] = static_cast<float>(std::floor(g->Extra / 1000.0) / 100.0);
+        w.Values[3] = static_cast<float>(n->Lat);
+        w.Values[4] = static_cast<float>(n->Lon);
         w.Values[5] = static_cast<float>(n->ElevationFeet);
         w.Values[6] = static_cast<float>(n->RangeNm);
         w.Ident2 = w.Ident;
@@ -468,6 +471,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
       v.Lon = static_cast<float>(n.Lon);
       v.Frequency = static_cast<float>(n.Frequency / 100.0);
       v.MagVar = magVar(n.Lat, n.Lon);
+      v.Value = static_cast<float>(n.RangeNm);
       v.TypeCode = VorTypeCode(kVor, n.Name, hasDme[i] != 0);
       v.TypeName = VorTypeName(v.TypeCode);
       nav.Vors.push_back(v);
@@ -479,6 +483,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
       d.Lon = static_cast<float>(n.Lon);
       d.Frequency = static_cast<float>(n.Frequency);
       d.MagVar = magVar(n.Lat, n.Lon);
+      d.Value = static_cast<float>(n.RangeNm);
       d.TypeText.Assign(hasDme[i] ? "7" : "5");
       d.TypeName = NdbTypeName(d.TypeText);
       nav.Ndbs.push_back(d);
@@ -499,6 +504,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     v.Lon = static_cast<float>(n->Lon);
     v.Frequency = static_cast<float>(n->Frequency / 100.0);
     v.MagVar = magVar(n->Lat, n->Lon);
+    v.Value = static_cast<float>(n->RangeNm);
     v.TypeCode = VorTypeCode(n->Row, n->Name, true);
     v.TypeName = VorTypeName(v.TypeCode);
     nav.Vors.push_back(v);

@@ -9,6 +9,7 @@
 #include "dbm/DatabaseBuilder.h"
 #include "dbm/FolderWriter.h"
 #include "dbm/MagneticModel.h"
+#include "dbm/Shapefile.h"
 #include "dbm/SourceFiles.h"
 #include "dbm/XPlaneSources.h"
 
@@ -172,6 +173,39 @@ int RunDbm(const std::vector<std::string>& args, std::ostream& out, std::ostream
   if (built.LeftOut) {
     out << "  " << built.LeftOut << " source records left out:\n";
     for (const std::string& n : built.Notes) out << "    " << n << "\n";
+  }
+
+  // Coastlines and rivers from Natural Earth shapefiles.
+  auto readShapes = [&](const fs::path& path, const char* what, std::vector<std::vector<ShapePoint>>& parts) {
+    out << "Reading " << what << " from " << path.string() << "\n";
+    std::string error;
+    auto bytes = ReadSourceText(path, error);  // plain or gzipped
+    if (!bytes) {
+      err << "orvanta-dbm: " << error << "\n";
+      return false;
+    }
+    if (!ReadShapefileParts(reinterpret_cast<const uint8_t*>(bytes->data()), bytes->size(), path.filename().string(),
+                            parts, error)) {
+      err << "orvanta-dbm: " << error << "\n";
+      return false;
+    }
+    return true;
+  };
+  if (!o.Coast.empty()) {
+    std::vector<std::vector<ShapePoint>> parts;
+    if (!readShapes(o.Coast, "coastlines", parts)) return 1;
+    std::size_t leftOut = AddWorldPolygons(parts, kLandKind, built.Db.Shapes);
+    out << "  " << built.Db.Shapes.WorldPolygons.size() << " land polygons";
+    if (leftOut) out << ", the " << leftOut << " smallest left out (15201 at most)";
+    out << "\n";
+  } else {
+    out << "  no coastline file (--coast): worldpolygon.bin holds an empty shape\n";
+  }
+  if (!o.Rivers.empty()) {
+    std::vector<std::vector<ShapePoint>> parts;
+    if (!readShapes(o.Rivers, "rivers and lakes", parts)) return 1;
+    AddWorldLines(parts, kRiverKind, built.Db.Shapes);
+    out << "  " << built.Db.Shapes.WorldLines.size() << " river lines\n";
   }
 
   FolderOptions fo;

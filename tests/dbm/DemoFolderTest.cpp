@@ -72,7 +72,7 @@ TEST(DemoFolder, BuildsAndLoadsThroughTheStartUp) {
   EXPECT_GE(eddf->IlsCount(), 4);
   EXPECT_GT(eddf->FrequencyCount(), 0);
   EXPECT_GE(eddf->ParkingCount(), 1);  // the 2013 data has one start position there
-  EXPECT_GT(eddf->Ils[0].Values[2], 108.0f);
+  EXPECT_GT(eddf->Ils[0].Values[0], 108.0f);  // frequency in MHz
   // Frankfurt's variation in 2026 is a little under 4 degrees east.
   EXPECT_NEAR(eddf->MagVar, 3.8, 0.8);
   // KJFK's variation is about 13 degrees west.
