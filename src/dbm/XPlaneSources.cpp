@@ -105,8 +105,8 @@ SrcPoint Offset(double lat, double lon, double course, double feet) {
 
 // Taxiway width classes of the 1202 rows ("taxiway_A" .. "taxiway_F") in feet.
 double TaxiWidthFeet(std::string_view type) {
-  if (type.size() == 10 && type.substr(0, 9) == "taxiway_") {
-    switch (type[9]) {
+  if (type.size() == 9 && type.substr(0, 8) == "taxiway_") {
+    switch (type[8]) {
       case 'A': return 25;
       case 'B': return 35;
       case 'C': return 50;
