@@ -66,6 +66,14 @@ int64_t UsedAirports(const std::vector<AirportRec>& airports) {
   return n;
 }
 
+// The start-up refuses an empty navaid or airway file, even when the sources
+// had nothing for it: such a file gets one record of zero bytes, whose NUL
+// first character every reader takes for an empty record.
+Bytes NonEmpty(Bytes bytes, std::size_t recordSize) {
+  if (bytes.empty()) bytes.assign(recordSize, 0);
+  return bytes;
+}
+
 }  // namespace
 
 Bytes EmptyProcedureFile() {
@@ -114,18 +122,31 @@ bool WriteAppFolder(const fs::path& root, const BuiltDatabase& built, const Byte
   const NavaidTables& nav = db.Navaids;
   int64_t intersections = 0;
   for (const IntersectionRec& r : nav.Intersections) intersections += r.Ident.IsEmptySlot() ? 0 : 1;
+  // airspace.orv and WxStation.txt may not be empty either: without zones the
+  // airspace file holds one empty record (an Ident starting with NUL, which
+  // the reader passes over), and a station list without stations one blank
+  // line (lines under 6 characters are skipped).
+  Bytes airspaces = BuildAirspaceFile(sh);
+  if (sh.Airspaces.empty()) {
+    AirspaceTables none;
+    AirspaceRec empty;
+    empty.Ident.chars.fill('\0');
+    AddAirspace(none, empty, {});
+    airspaces = BuildAirspaceFile(none);
+  }
+  std::string stations = built.WxStations.empty() ? std::string("\r\n") : built.WxStations;
   Bytes sid = options.Sid.empty() ? EmptyProcedureFile() : options.Sid;
   Bytes star = options.Star.empty() ? EmptyProcedureFile() : options.Star;
-  if (!w.Put("\\database\\dijinter.orv", BuildDijinterFile(nav), intersections) ||
-      !w.Put("\\database\\vicways.orv", BuildAirwayFile(nav.VictorAirways), static_cast<int64_t>(nav.VictorAirways.size())) ||
-      !w.Put("\\database\\jetways.orv", BuildAirwayFile(nav.JetAirways), static_cast<int64_t>(nav.JetAirways.size())) ||
-      !w.Put("\\database\\fixes.orv", BuildFixesFile(nav.Fixes), static_cast<int64_t>(nav.Fixes.size())) ||
-      !w.Put("\\database\\vor.orv", BuildVorFile(nav.Vors), static_cast<int64_t>(nav.Vors.size())) ||
-      !w.Put("\\database\\ndb.orv", BuildNdbFile(nav.Ndbs), static_cast<int64_t>(nav.Ndbs.size())) ||
-      !w.Put("\\database\\airspace.orv", BuildAirspaceFile(sh), static_cast<int64_t>(sh.Airspaces.size())) ||
+  if (!w.Put("\\database\\dijinter.orv", NonEmpty(BuildDijinterFile(nav), kIntersectionRecordSize), intersections) ||
+      !w.Put("\\database\\vicways.orv", NonEmpty(BuildAirwayFile(nav.VictorAirways), kAirwaySegmentRecordSize), static_cast<int64_t>(nav.VictorAirways.size())) ||
+      !w.Put("\\database\\jetways.orv", NonEmpty(BuildAirwayFile(nav.JetAirways), kAirwaySegmentRecordSize), static_cast<int64_t>(nav.JetAirways.size())) ||
+      !w.Put("\\database\\fixes.orv", NonEmpty(BuildFixesFile(nav.Fixes), kFixRecordSize), static_cast<int64_t>(nav.Fixes.size())) ||
+      !w.Put("\\database\\vor.orv", NonEmpty(BuildVorFile(nav.Vors), kVorRecordSize), static_cast<int64_t>(nav.Vors.size())) ||
+      !w.Put("\\database\\ndb.orv", NonEmpty(BuildNdbFile(nav.Ndbs), kNdbRecordSize), static_cast<int64_t>(nav.Ndbs.size())) ||
+      !w.Put("\\database\\airspace.orv", airspaces, static_cast<int64_t>(sh.Airspaces.size())) ||
       !w.Put("\\database\\msa.orv", BuildMsaFile(sh), static_cast<int64_t>(sh.MsaCells.size())) ||
       !w.Put("\\database\\sid.orv", sid, 0) || !w.Put("\\database\\star.orv", star, 0) ||
-      !w.Put("\\database\\WxStation.txt", built.WxStations,
+      !w.Put("\\database\\WxStation.txt", stations,
              static_cast<int64_t>(std::count(built.WxStations.begin(), built.WxStations.end(), '\n'))) ||
       !w.Put("\\database\\AIRAC.INI", options.AiracText, 1))
     return false;
