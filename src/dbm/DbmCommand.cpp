@@ -4,11 +4,16 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <unordered_map>
+
+#include "core/Runtime.h"
 
 #include "database/MagVar.h"
+#include "dbm/Cifp.h"
 #include "dbm/DatabaseBuilder.h"
 #include "dbm/FolderWriter.h"
 #include "dbm/MagneticModel.h"
+#include "dbm/OpenAir.h"
 #include "dbm/Shapefile.h"
 #include "dbm/SourceFiles.h"
 #include "dbm/XPlaneSources.h"
@@ -166,10 +171,64 @@ int RunDbm(const std::vector<std::string>& args, std::ostream& out, std::ostream
   variation.Assign(grid);
 
   BuildOptions bo;
+  bo.DeriveControlZones = o.OpenAir.empty();
   BuiltDatabase built;
   BuildDatabase(src, variation, bo, built);
-  out << "Built the tables: " << built.Db.Airports.Airports.size() << " airports, " << built.ControlZones
-      << " control zones derived from tower frequencies\n";
+  out << "Built the tables: " << built.Db.Airports.Airports.size() << " airports";
+  if (bo.DeriveControlZones) out << ", " << built.ControlZones << " control zones derived from tower frequencies";
+  out << "\n";
+  if (!o.OpenAir.empty()) {
+    out << "Reading airspaces from " << o.OpenAir.string() << "\n";
+    std::string error;
+    auto text = ReadSourceText(o.OpenAir, error);
+    if (!text) {
+      err << "orvanta-dbm: " << error << "\n";
+      return 1;
+    }
+    std::vector<SrcAirspace> spaces;
+    SourceReport r;
+    r.File = o.OpenAir.filename().string();
+    ReadOpenAir(*text, spaces, r);
+    PrintReport(r, out);
+    std::size_t leftOut = AddOpenAirspaces(spaces, built.Db.Shapes);
+    out << "  " << built.Db.Shapes.Airspaces.size() << " airspaces";
+    if (leftOut) out << ", " << leftOut << " left out (fewer than 3 points, or beyond the 15001 of the table)";
+    out << "\n";
+  }
+  Bytes sidFile, starFile;
+  if (!o.Cifp.empty()) {
+    out << "Reading procedures from " << o.Cifp.string() << "\n";
+    if (!fs::is_directory(o.Cifp, ec)) {
+      err << "orvanta-dbm: the CIFP folder " << o.Cifp.string() << " does not exist\n";
+      return 1;
+    }
+    std::unordered_map<std::string, fs::path> files;
+    for (const auto& e : fs::directory_iterator(o.Cifp, ec))
+      if (e.is_regular_file(ec) && e.path().extension() == ".dat") files[UCase(e.path().stem().string())] = e.path();
+    FixFinder finder(src);
+    std::vector<Procedure> sids, stars;
+    SourceReport r;
+    r.File = "CIFP";
+    for (const AirportRec& a : built.Db.Airports.Airports) {
+      auto f = files.find(a.Icao.Str());
+      if (f == files.end()) continue;
+      std::string error;
+      auto text = ReadSourceText(f->second, error);
+      if (!text) {
+        err << "orvanta-dbm: " << error << "\n";
+        return 1;
+      }
+      r.File = f->second.filename().string();
+      ReadCifpFile(*text, a.Icao.Str(), a.Lat, a.Lon, true, finder, sids, r);
+      ReadCifpFile(*text, a.Icao.Str(), a.Lat, a.Lon, false, finder, stars, r);
+    }
+    out << "  " << sids.size() << " SID and " << stars.size() << " STAR blocks";
+    if (r.Malformed) out << ", " << r.Malformed << " rows left out";
+    out << "\n";
+    for (const std::string& p : r.FirstProblems) out << "    " << p << "\n";
+    sidFile = BuildProcedureFile(sids);
+    starFile = BuildProcedureFile(stars);
+  }
   if (built.LeftOut) {
     out << "  " << built.LeftOut << " source records left out:\n";
     for (const std::string& n : built.Notes) out << "    " << n << "\n";
@@ -211,8 +270,28 @@ int RunDbm(const std::vector<std::string>& args, std::ostream& out, std::ostream
   FolderOptions fo;
   fo.Fs9 = o.Fs9;
   fo.Fsx = o.Fsx;
+  fo.Sid = std::move(sidFile);
+  fo.Star = std::move(starFile);
   std::string cycle = !apt.Cycle.empty() ? apt.Cycle : nav.Cycle;
   fo.AiracText = "Data cycle " + (cycle.empty() ? std::string("unknown") : cycle) + "\r\nX-Plane data\r\n";
+  {
+    char dateText[32];
+    std::snprintf(dateText, sizeof dateText, "%.2f", date);
+    std::string& r = fo.Readme;
+    r = "Navigation database built by orvanta-dbm.\r\n\r\n";
+    r += "Airports, navaids, fixes and airways: X-Plane data files from " + o.XPlane.string() + " (data cycle " +
+         (cycle.empty() ? std::string("unknown") : cycle) + ").\r\n";
+    r += "Magnetic variation: " + model.Name() + " for " + dateText + ".\r\n";
+    if (o.OpenAir.empty())
+      r += "Control zones: DERIVED, not published airspace: a 5 NM circle around every airport with a tower "
+           "frequency. Not for real-world navigation.\r\n";
+    else
+      r += "Airspaces: OpenAir file " + o.OpenAir.string() + ".\r\n";
+    r += o.Coast.empty() ? std::string("Coastlines: none.\r\n") : "Coastlines: " + o.Coast.string() + ".\r\n";
+    if (!o.Rivers.empty()) r += "Rivers: " + o.Rivers.string() + ".\r\n";
+    r += o.Cifp.empty() ? std::string("Procedures: none (sid.orv and star.orv hold no procedure).\r\n")
+                        : "Procedures: CIFP files from " + o.Cifp.string() + ".\r\n";
+  }
   std::vector<WrittenFile> written;
   std::string error;
   if (!WriteAppFolder(o.Out, built, grid, fo, written, error)) {

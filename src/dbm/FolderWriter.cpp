@@ -150,6 +150,7 @@ bool WriteAppFolder(const fs::path& root, const BuiltDatabase& built, const Byte
              static_cast<int64_t>(std::count(built.WxStations.begin(), built.WxStations.end(), '\n'))) ||
       !w.Put("\\database\\AIRAC.INI", options.AiracText, 1))
     return false;
+  if (!options.Readme.empty() && !w.Put("\\README.txt", options.Readme, 0)) return false;
   Bytes userWp = BuildUserWaypointFile({});
   if (!w.PutIfMissing("\\database\\userwp.udb", std::string_view(reinterpret_cast<const char*>(userWp.data()), userWp.size()), 0) ||
       !w.PutIfMissing("\\user\\aircraft.orv", DefaultAircraftText(), 3))

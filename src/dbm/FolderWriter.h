@@ -20,6 +20,7 @@ struct FolderOptions {
   std::string AiracText;       // the whole text of AIRAC.INI
   Bytes Sid;                   // sid.orv; empty: the file of no procedures
   Bytes Star;                  // star.orv; likewise
+  std::string Readme;          // "\README.txt": where the data came from
 };
 
 struct WrittenFile {

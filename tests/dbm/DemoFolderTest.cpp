@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "core/FileIo.h"
 #include "core/Startup.h"
 #include "database/DatabaseLoader.h"
 #include "dbm/DbmCommand.h"
@@ -107,6 +108,49 @@ TEST(DemoFolder, FolderWithoutAptDatNamesTheMissingFile) {
   std::ostringstream out, err;
   EXPECT_EQ(dbm::RunDbm({"--xplane", dir.Path().string(), "--out", (dir.Path() / "out").string()}, out, err), 1);
   EXPECT_NE(err.str().find("no airport file (apt.dat, plain or .gz) under"), std::string::npos) << err.str();
+}
+
+TEST(DemoFolder, OptionalSourcesFromAFlatFolder) {
+  test::TempDir dir;
+  dir.Write("src/apt.dat",
+            "I\n1000 Version - data cycle 2101, test\n"
+            "1 364 0 0 EDDF Frankfurt am Main\n"
+            "100 60.00 1 0 0.25 1 3 1 07C 50.03274 8.53466 0 0 3 0 1 0 25C 50.04538 8.58696 0 0 3 0 1 0\n"
+            "54 11990 TWR\n99\n");
+  dir.Write("src/nav.dat", "I\n810 Version\n3 50.05 8.64 0 11420 130 1.0 FFM FRANKFURT VOR-DME\n99\n");
+  dir.Write("src/fix.dat", "I\n600 Version\n 50.1 008.2 ANEKI\n99\n");
+  dir.Write("src/awy.dat", "I\n640 Version\nANEKI 50.1 8.2 FFM 50.05 8.64 2 245 460 UN850\n99\n");
+  dir.Write("air.txt", "AC D\nAN TEST ZONE\nV X=50:00:00 N 008:30:00 E\nDC 3\n");
+  dir.Write("cifp/EDDF.dat", "SID:010,5,ANEK1F,RW25C,ANEKI,ED,E,A,E  A, ,   ,TF;\n");
+  std::ostringstream out, err;
+  fs::path app = dir.Path() / "app";
+  ASSERT_EQ(dbm::RunDbm({"--xplane", (dir.Path() / "src").string(), "--out", app.string(), "--openair",
+                         (dir.Path() / "air.txt").string(), "--cifp", (dir.Path() / "cifp").string(), "--date",
+                         "2025.5", "--sim", "fsx"},
+                        out, err),
+            0)
+      << err.str();
+  EXPECT_NE(out.str().find("Reading airspaces from"), std::string::npos);
+  EXPECT_NE(out.str().find("  1 SID and 0 STAR blocks"), std::string::npos) << out.str();
+  EXPECT_EQ(fs::file_size(app / "database" / "sid.orv"), 56u + 61u);
+  EXPECT_EQ(fs::file_size(app / "database" / "star.orv"), 56u);
+  EXPECT_TRUE(fs::exists(app / "database" / "FS10" / "airport.orv"));
+  std::string readme = ReadWholeText(app / "README.txt").value_or("");
+  EXPECT_NE(readme.find("Airspaces: OpenAir file"), std::string::npos);
+  EXPECT_EQ(readme.find("DERIVED"), std::string::npos);
+  EXPECT_EQ(ReadWholeText(app / "database" / "AIRAC.INI").value_or(""), "Data cycle 2101\r\nX-Plane data\r\n");
+
+  NavDatabase db;
+  DatabaseLoader loader(db);
+  test::FakeClock clock;
+  test::ScriptedUi ui;
+  AppState state{AppFolder(app)};
+  StartupResult r = RunStartup(state, ui, clock, loader);
+  ASSERT_FALSE(r.ProgramEnds());
+  ASSERT_EQ(db.Shapes.Airspaces.size(), 1u);  // the OpenAir zone instead of the derived one
+  EXPECT_EQ(db.Shapes.Airspaces[0].Name.Str(), "TEST ZONE");
+  ASSERT_EQ(db.Navaids.JetAirways.size(), 1u);
+  EXPECT_TRUE(db.Navaids.VictorAirways.empty());  // the stand-in record is passed over
 }
 
 }  // namespace
