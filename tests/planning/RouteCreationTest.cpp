@@ -421,3 +421,146 @@ TEST(RouteText, NetTypeFollowsTheLinks) {
 
 }  // namespace
 }  // namespace orv
+
+namespace orv {
+namespace {
+
+VorRec Vor(std::string_view ident, float lat, float lon) {
+  VorRec v;
+  v.Ident.Assign(ident);
+  v.Name.Assign(std::string(ident) + " VOR");
+  v.Lat = lat;
+  v.Lon = lon;
+  v.Frequency = 113.5f;
+  return v;
+}
+
+NdbRec Ndb(std::string_view ident, float lat, float lon) {
+  NdbRec n;
+  n.Ident.Assign(ident);
+  n.Lat = lat;
+  n.Lon = lon;
+  return n;
+}
+
+TEST_F(RouteTest, NavaidPlanWalksTheSectorTowardTheDestination) {
+  GraphBuilder g;
+  g.Add(1, "FOX", 0.01f, 2.5f);
+  NavaidTables& t = g.Build();
+  t.Vors = {Vor("ALF", 0.1f, 0.3f), Vor("BRA", 0.11f, 1.0f), Vor("CHA", 0.333f, 1.017f), Vor("DEL", 0.1f, 1.8f)};
+  // A two-letter NDB is never taken, even right on the track.
+  t.Ndbs = {Ndb("EC", 0, 2.3f), Ndb("EC", 0.05f, 1.4f)};
+  DirectPlan(3);
+  NavaidPlanOptions o;
+  ASSERT_TRUE(Builder(t).CreateNavaidPlan(0, o));
+  // First leg: only ALF lies within 25 NM. From ALF, CHA is the farther of the
+  // two in the sector, but BRA is better aligned and between 30 and 150 NM.
+  // From DEL the intersection FOX is 30 NM short of the destination: done.
+  EXPECT_EQ(Codes(), (std::vector<std::string>{"DEPT", "ALF", "BRA", "DEL", "FOX", "DEST"}));
+  EXPECT_EQ(plan.Waypoints[1].Kind.Trimmed(), "VOR");
+  EXPECT_FLOAT_EQ(plan.Waypoints[1].Frequency, 113.5f);
+  EXPECT_EQ(plan.Waypoints[4].Kind.Trimmed(), "Int");
+  EXPECT_EQ(plan.RouteType, 1);
+  EXPECT_EQ(plan.NetKind, 3);
+  EXPECT_TRUE(ui.Messages().empty());
+
+  // Without the VOR button the first radius grows by 15 NM until it reaches
+  // FOX, 150 NM out; from there the destination is within the sector length.
+  DirectPlan(3);
+  o.Vor = false;
+  ASSERT_TRUE(Builder(t).CreateNavaidPlan(0, o));
+  EXPECT_EQ(Codes(), (std::vector<std::string>{"DEPT", "FOX", "DEST"}));
+
+  // A navaid on the latitude (or longitude) of the current point is never a
+  // candidate: both coordinates must differ.
+  t.Intersections[1].Lat = 0;
+  DirectPlan(3);
+  EXPECT_FALSE(Builder(t).CreateNavaidPlan(0, o));
+  EXPECT_EQ(Codes(), (std::vector<std::string>{"DEPT", "DEST"}));
+  EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"Insufficient number of navaids to create flightplan!"}));
+}
+
+TEST_F(RouteTest, NavaidPlanRefusals) {
+  GraphBuilder g;
+  NavaidTables& t = g.Build();
+  DirectPlan(40);  // 2400 NM of empty world
+  NavaidPlanOptions o;
+  o.Vor = o.Ndb = o.Intersection = false;
+  EXPECT_FALSE(Builder(t).CreateNavaidPlan(0, o));
+  o.Vor = true;
+  EXPECT_FALSE(Builder(t).CreateNavaidPlan(0, o));
+  EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"You need to have at least one of these buttons selected:\r\n"
+                                                     "          VOR, NDB, Intersection",
+                                                     "Insufficient number of navaids to create flightplan!"}));
+  EXPECT_EQ(Codes(), (std::vector<std::string>{"DEPT", "DEST"}));
+}
+
+TEST(NavLookupDb, FindsObjectsByIdentInKindOrderAndAirportsByIcao) {
+  NavDatabase db;
+  db.Navaids.Intersections.assign(kIntersectionSlots, EmptyIntersectionSlot());
+  IntersectionRec rec;
+  rec.Index = 7;
+  rec.Ident.Assign("TOP");
+  rec.Lat = 50;
+  rec.Lon = 8;
+  AirwayLinkRec link;
+  link.Target = 7;
+  ASSERT_TRUE(PlaceIntersection(db.Navaids, rec, {}, std::span(&link, 1)));
+  db.Navaids.Vors = {Vor("TOP", 1, 2), Vor("FFM", 50, 8.6f)};
+  db.Navaids.Ndbs = {Ndb("TOP", 3, 4)};
+  FixRec fix;
+  fix.Ident.Assign("top");
+  db.Navaids.Fixes = {fix};
+  UserWaypointRec user;
+  user.Ident.Assign("TOP");
+  db.UserWaypoints = {user};
+  AirportRec eddf;
+  eddf.Icao.Assign("EDDF");
+  eddf.Name.Assign("Frankfurt Main");
+  eddf.Elevation = 364;
+  RunwayRec rwy;
+  rwy.LowEnd.Assign("07L");
+  rwy.HighEnd.Assign("25R");
+  rwy.LengthFeet = 13123;
+  eddf.Runways = {rwy};
+  ParkingRec park;
+  park.NameCode = 1;
+  park.Number = 12;
+  eddf.Parking = {park};
+  db.Airports.Airports.resize(3);
+  db.Airports.Airports[2] = eddf;
+
+  std::vector<std::string> names(38);
+  names[1] = "Gate A";
+  NavLookupDb nav(db, names);
+  std::vector<WaypointRec> found;
+  nav.FindByIdent("TOP", found);
+  ASSERT_EQ(found.size(), 5u);
+  EXPECT_EQ(found[0].Kind.Trimmed(), "VOR");
+  EXPECT_EQ(found[1].Kind.Trimmed(), "NDB");
+  EXPECT_EQ(found[2].Kind.Trimmed(), "Fix");  // identifiers compare in upper case
+  EXPECT_EQ(found[3].Kind.Trimmed(), "Int");
+  EXPECT_EQ(found[3].DbIndex, 7);
+  EXPECT_EQ(found[3].NetType.View(), "J");
+  EXPECT_EQ(found[4].Kind.Trimmed(), "Uwp");
+  found.clear();
+  nav.FindByIdent("NONE", found);
+  EXPECT_TRUE(found.empty());
+
+  EXPECT_EQ(nav.FindAirport("eddf "), 2);
+  EXPECT_EQ(nav.FindAirport("EDDM"), -1);
+  EXPECT_EQ(nav.AirportIcao(2), "EDDF");
+  EXPECT_EQ(nav.AirportIcao(1), "");  // an empty slot
+  EXPECT_EQ(nav.AirportElevation(2), 364);
+  EXPECT_EQ(nav.AirportElevation(99), 0);
+  EXPECT_EQ(nav.Runway(2, 0).LowEndText, "Rwy 07L");
+  EXPECT_EQ(nav.Runway(2, 0).HighEndText, "Rwy 25R");
+  EXPECT_EQ(nav.RunwayLength(2, 0), 13123);
+  EXPECT_EQ(nav.RunwayLength(2, 5), 0);
+  EXPECT_EQ(nav.Parking(2, 0).Name, "Gate A");
+  EXPECT_EQ(nav.Parking(2, 0).Number, 12);
+  EXPECT_EQ(AirportRow(db.Airports, 2).Code.Trimmed(), "EDDF");
+}
+
+}  // namespace
+}  // namespace orv
