@@ -24,6 +24,10 @@ struct Context {
 
 int CmdDistance(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// plan DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL]: builds a
+// plan on the loaded database and prints its table and totals. 1 when the
+// database does not load or no route exists.
+int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
