@@ -134,11 +134,18 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
 
 void RouteSearch::Relax(NavaidTables& navaids, int node, char net) {
   const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  // The links of the net, read straight from the flat list: this runs for
+  // every node the search settles.
+  const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(node)];
+  const std::size_t first = std::size_t{rec.LinkFirst} + (net == 'V' ? 0u : rec.LowCount);
+  const std::size_t count = net == 'V' ? rec.LowCount : rec.HighCount;
+  if (first + count > navaids.AirwayLinks.size()) return;
+  AirwayLinkRec* links = navaids.AirwayLinks.data() + first;
   const float here = dist_[static_cast<std::size_t>(node)];
-  for (AirwayLinkRec& link : NetLinks(navaids, node, net)) {
-    if (link.Target < 0 || static_cast<std::size_t>(link.Target) >= slots) continue;
+  for (std::size_t k = 0; k < count; ++k) {
+    AirwayLinkRec& link = links[k];
     const auto t = static_cast<std::size_t>(link.Target);
-    if (settled_[t]) continue;
+    if (t >= slots || settled_[t]) continue;
     const float d = link.Distance + here;
     if (!(d < dist_[t])) continue;
     pred_[t] = node;
@@ -170,22 +177,26 @@ bool RouteSearch::Push(int32_t node) {
 }
 
 int32_t RouteSearch::Pop() {
-  auto key = [&](int pos) { return dist_[static_cast<std::size_t>(heap_[static_cast<std::size_t>(pos)])]; };
-  int32_t top = heap_[1];
-  heap_[1] = heap_[static_cast<std::size_t>(heapSize_)];
+  int32_t* heap = heap_.data();
+  const float* dist = dist_.data();
+  const int32_t top = heap[1];
+  const int32_t moved = heap[heapSize_];
   --heapSize_;
+  const float node = dist[moved];
   int pos = 1;
   for (;;) {
-    int left = 2 * pos;
-    int right = left + 1;
+    const int left = 2 * pos;
     if (left > heapSize_) break;
-    float node = key(pos);
-    bool aboveLeft = node > key(left);
-    bool aboveRight = right <= heapSize_ && node > key(right);
+    const int right = left + 1;
+    const float leftKey = dist[heap[left]];
+    const bool aboveLeft = node > leftKey;
+    const bool hasRight = right <= heapSize_;
+    const float rightKey = hasRight ? dist[heap[right]] : 0.0f;
+    const bool aboveRight = hasRight && node > rightKey;
     int child;
     if (aboveLeft && aboveRight) {
       // Both smaller: the left only when strictly smaller than the right.
-      child = key(left) < key(right) ? left : right;
+      child = leftKey < rightKey ? left : right;
     } else if (aboveLeft) {
       child = left;
     } else if (aboveRight) {
@@ -193,9 +204,10 @@ int32_t RouteSearch::Pop() {
     } else {
       break;
     }
-    std::swap(heap_[static_cast<std::size_t>(pos)], heap_[static_cast<std::size_t>(child)]);
+    heap[pos] = heap[child];
     pos = child;
   }
+  heap[pos] = moved;
   return top;
 }
 
