@@ -68,7 +68,7 @@ std::string FrequencyLine(const FrequencyRec& f, const AppState& state) {
 
 }  // namespace
 
-std::string PositionText(double lat, double lon, bool decSec) {
+std::string LatLonText(double lat, double lon, bool decSec) {
   return LatToText(lat, decSec) + "  " + LonToText(lon, decSec);
 }
 
@@ -78,7 +78,7 @@ void AppendAirportLines(const AirportRec& airport, const AppState& state, std::v
   lines.push_back(airport.Name.Str() + " (" + airport.Icao.Str() + ")");
   lines.push_back(airport.City + " " + airport.Country + " " + airport.State);
   lines.push_back(Format(airport.Elevation, "0") + " ft");
-  lines.push_back(PositionText(airport.Lat, airport.Lon, decSec));
+  lines.push_back(LatLonText(airport.Lat, airport.Lon, decSec));
   lines.emplace_back();
   for (const RunwayRec& rwy : airport.Runways) lines.push_back(RunwayLine(rwy, state));
   for (const IlsRec& ils : airport.Ils) lines.push_back(IlsLine(ils));
@@ -96,19 +96,19 @@ void AppendIntersectionLines(const NavaidTables& navaids, int32_t index, bool de
   if (index < 0 || static_cast<std::size_t>(index) >= navaids.Intersections.size()) return;
   const IntersectionRec& r = navaids.Intersections[static_cast<std::size_t>(index)];
   lines.push_back("Int " + std::string(ShownName(r)));
-  lines.push_back(PositionText(r.Lat, r.Lon, decSec));
+  lines.push_back(LatLonText(r.Lat, r.Lon, decSec));
   lines.push_back(AirwayNamesLine("LowAlt: ", navaids.LowAirways(index)));
   lines.push_back(AirwayNamesLine("HighAlt: ", navaids.HighAirways(index)));
 }
 
 void AppendFixLines(const FixRec& fix, bool decSec, std::vector<std::string>& lines) {
   lines.push_back("Fix " + std::string(ShownName(fix)));
-  lines.push_back(PositionText(fix.Lat, fix.Lon, decSec));
+  lines.push_back(LatLonText(fix.Lat, fix.Lon, decSec));
 }
 
 void AppendUserWaypointLines(const UserWaypointRec& waypoint, bool decSec, std::vector<std::string>& lines) {
   lines.push_back("User WP " + std::string(ShownName(waypoint)));
-  lines.push_back(PositionText(waypoint.Lat, waypoint.Lon, decSec));
+  lines.push_back(LatLonText(waypoint.Lat, waypoint.Lon, decSec));
 }
 
 }  // namespace orv

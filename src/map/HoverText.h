@@ -36,7 +36,7 @@ inline float IlsFrequency(const IlsRec& ils) { return ils.Values[0]; }
 inline float IlsCourse(const IlsRec& ils) { return ils.Values[1]; }
 
 // Latitude and longitude in the formats of the position fields, two blanks apart.
-std::string PositionText(double lat, double lon, bool decSec);
+std::string LatLonText(double lat, double lon, bool decSec);
 
 // The airport's lines; names come from state's SurfaceKinds and FrequencyKinds,
 // the coordinate form from state.Config.DecSec.
