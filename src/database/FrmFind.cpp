@@ -140,8 +140,8 @@ void FindAirways(const NavaidTables& tables, const std::vector<AirwayRec>& airwa
     line += " << ";
     line += to ? to->Ident.Trimmed() : std::string_view("?");
     const IntersectionRec* at = from ? from : to;
-    FoundObject o = at ? At(kind, static_cast<int32_t>(i), at->Lat, at->Lon) : At(kind, static_cast<int32_t>(i), kNoLatitude, 0);
-    scan.AddLine(std::move(line), o);
+    const int32_t index = static_cast<int32_t>(i);
+    scan.AddLine(std::move(line), at ? At(kind, index, at->Lat, at->Lon) : At(kind, index, kNoLatitude, 0));
   }
 }
 

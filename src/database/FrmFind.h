@@ -66,8 +66,8 @@ struct FoundObject {
 };
 
 struct FindResult {
-  std::vector<std::string> Lines;   // what lstFind shows
-  std::vector<FoundObject> Objects; // one per line; empty when the line is the empty-result text
+  std::vector<std::string> Lines;    // what lstFind shows
+  std::vector<FoundObject> Objects;  // one per line; empty when the line is the empty-result text
 };
 
 // The line shown when nothing matches; empty for the victor airways.
@@ -88,7 +88,7 @@ public:
   std::string txtFind;
   FindKind Option = FindKind::Airport;  // the kind option that is on
   std::vector<std::string> lstFind;
-  int lstFindIndex = -1;                // the selected line, -1 for none
+  int lstFindIndex = -1;  // the selected line, -1 for none
   bool Visible = false;
 
   // Load: shown with an empty list; the text and the option are kept from

@@ -262,11 +262,14 @@ bool OvrLL::CmdSearchClick() {
     // Each list is filled first and its line looked up in the new list, so
     // that the list below is filled from the right choice.
     FillRegions(-1);
-    cmbRegionIndex = lineWhere(cmbRegionData, [&](int32_t r) { return tables_.Regions[static_cast<std::size_t>(r)] == region; });
+    cmbRegionIndex =
+        lineWhere(cmbRegionData, [&](int32_t r) { return tables_.Regions[static_cast<std::size_t>(r)] == region; });
     FillCountries(-1);
-    cmbCountryIndex = lineWhere(cmbCountryData, [&](int32_t c) { return tables_.Countries[static_cast<std::size_t>(c)].Name == a.Country; });
+    cmbCountryIndex = lineWhere(
+        cmbCountryData, [&](int32_t c) { return tables_.Countries[static_cast<std::size_t>(c)].Name == a.Country; });
     FillStates(-1);
-    cmbStateIndex = lineWhere(cmbStateData, [&](int32_t s) { return tables_.States[static_cast<std::size_t>(s)].Name == a.State; });
+    cmbStateIndex =
+        lineWhere(cmbStateData, [&](int32_t s) { return tables_.States[static_cast<std::size_t>(s)].Name == a.State; });
     FillCities(-1);
     cmbCityIndex = lineWhere(cmbCityData, [&](int32_t c) {
       const CityEntry& e = tables_.Cities[static_cast<std::size_t>(c)];

@@ -54,8 +54,7 @@ class OvrLL {
 public:
   // departureAirport and destinationAirport are where cmdSelect stores its
   // choice (the plan's DepartureAirport and DestinationAirport).
-  OvrLL(const AirportTables& tables, AppState& state, Ui& ui, int32_t& departureAirport,
-        int32_t& destinationAirport);
+  OvrLL(const AirportTables& tables, AppState& state, Ui& ui, int32_t& departureAirport, int32_t& destinationAirport);
 
   // Controls. Each list has its lines, the table index behind each line and
   // the selected line.
@@ -66,7 +65,7 @@ public:
   bool chckAPOnly = false;
   bool chckICAO = false;
   std::string txtICAO;
-  bool optDepart = true;        // the two options are exclusive
+  bool optDepart = true;  // the two options are exclusive
   bool optDestination = false;
   std::string cmdCloseCaption = "Close";
   bool cmdSelectEnabled = false;

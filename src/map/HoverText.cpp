@@ -91,8 +91,7 @@ std::vector<std::string> AirportInfoLines(const AirportRec& airport, const AppSt
   return lines;
 }
 
-void AppendIntersectionLines(const NavaidTables& navaids, int32_t index, bool decSec,
-                             std::vector<std::string>& lines) {
+void AppendIntersectionLines(const NavaidTables& navaids, int32_t index, bool decSec, std::vector<std::string>& lines) {
   if (index < 0 || static_cast<std::size_t>(index) >= navaids.Intersections.size()) return;
   const IntersectionRec& r = navaids.Intersections[static_cast<std::size_t>(index)];
   lines.push_back("Int " + std::string(ShownName(r)));

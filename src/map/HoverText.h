@@ -47,8 +47,7 @@ std::vector<std::string> AirportInfoLines(const AirportRec& airport, const AppSt
 // the position, "LowAlt: " and "HighAlt: " each followed by the names of the
 // victor and jet airways through it, each name once, in link order, blank
 // separated. An index outside the array adds nothing.
-void AppendIntersectionLines(const NavaidTables& navaids, int32_t index, bool decSec,
-                             std::vector<std::string>& lines);
+void AppendIntersectionLines(const NavaidTables& navaids, int32_t index, bool decSec, std::vector<std::string>& lines);
 // A GPS fix: "Fix " and its name (ident when blank), then the position.
 void AppendFixLines(const FixRec& fix, bool decSec, std::vector<std::string>& lines);
 // A user waypoint: "User WP " and its name (ident when blank), then the position.

@@ -23,8 +23,14 @@ struct OptionControl {
 
 // In the order of FindKind.
 constexpr OptionControl kOptions[kFindKindCount] = {
-    {"optAP", "&Airport"},       {"optVOR", "&VOR"},   {"optNDB", "&NDB"},          {"optILS", "&ILS"},
-    {"optInt", "In&tersection"}, {"optFix", "GPS &Fix"}, {"optVictor", "Victor Air&way"}, {"optJet", "&Jet Airway"},
+    {"optAP", "&Airport"},
+    {"optVOR", "&VOR"},
+    {"optNDB", "&NDB"},
+    {"optILS", "&ILS"},
+    {"optInt", "In&tersection"},
+    {"optFix", "GPS &Fix"},
+    {"optVictor", "Victor Air&way"},
+    {"optJet", "&Jet Airway"},
 };
 
 }  // namespace

@@ -133,7 +133,8 @@ fs::path BuildFolder(const fs::path& root) {
       .Put(b.Db("region.orv"), Text(BuildRegionFile({"Europe"})))
       .Put(b.Db("country.orv"), Text(BuildCountryFile({{"Germany", "Europe"}})))
       .Put(b.Db("state.orv"), Text(BuildStateFile({{"Hessen", "Germany"}, {"Bayern", "Germany"}})))
-      .Put(b.Db("city.orv"), Text(BuildCityFile({{"Frankfurt", "Hessen", "Germany"}, {"M\xFCnchen", "Bayern", "Germany"}})))
+      .Put(b.Db("city.orv"),
+           Text(BuildCityFile({{"Frankfurt", "Hessen", "Germany"}, {"M\xFCnchen", "Bayern", "Germany"}})))
       .Put(b.Db("airport.orv"), Text(BuildAirportFile(Airports())))
       .Empty(b.Db("taxi.orv"))
       .Empty(b.Db("poly.orv"))
@@ -233,7 +234,8 @@ TEST_F(LookupCommands, AirportPrintsTheInformationLines) {
             "ATIS: 118.025\n"
             "Tower: 119.900\n");
   EXPECT_EQ(Cmd({"airport", "EDDM"}).out,
-            "M\xC3\xBCnchen (EDDM)\nM\xC3\xBCnchen Germany Bayern\n0 ft\nN48\xC2\xB0" "15.00'  E011\xC2\xB0" "45.00'\n\n");
+            "M\xC3\xBCnchen (EDDM)\nM\xC3\xBCnchen Germany Bayern\n0 ft\n"
+            "N48\xC2\xB0" "15.00'  E011\xC2\xB0" "45.00'\n\n");
 
   CliRun miss = Cmd({"airport", "KJFK"});
   EXPECT_EQ(miss.code, 1);

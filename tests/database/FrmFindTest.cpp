@@ -151,7 +151,8 @@ TEST(FrmFind, AirwayLinesCarryTheSegmentEnds) {
 
 TEST(FrmFind, ObjectsGiveTheHighlightAndThePosition) {
   NavDatabase db = SmallDatabase();
-  EXPECT_EQ(FindObjects(db, FindKind::Airport, "KJFK").Objects[0], (FoundObject{kHiliteAirport, 4, -1, 40.64f, -73.78f}));
+  EXPECT_EQ(FindObjects(db, FindKind::Airport, "KJFK").Objects[0],
+            (FoundObject{kHiliteAirport, 4, -1, 40.64f, -73.78f}));
   EXPECT_EQ(FindObjects(db, FindKind::Vor, "JFK").Objects[0], (FoundObject{kHiliteVor, 1, -1, 40.63f, -73.77f}));
   EXPECT_EQ(FindObjects(db, FindKind::Ndb, "FW").Objects[0], (FoundObject{kHiliteNdb, 0, -1, 50.1f, 8.4f}));
   EXPECT_EQ(FindObjects(db, FindKind::Fix, "ABBAS").Objects[0], (FoundObject{kHiliteFix, 1, -1, 10, 20}));
