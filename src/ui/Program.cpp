@@ -7,8 +7,11 @@
 #include "core/Settings.h"
 #include "core/Startup.h"
 #include "database/DatabaseLoader.h"
+#include "ui/AirportSelectWindow.h"
+#include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/SplashWindow.h"
+#include "ui/UserWaypointWindow.h"
 
 namespace orv::ui {
 
@@ -88,13 +91,57 @@ bool Program::Start() {
 void Program::ShowFirstWindow() {
   main_ = std::make_unique<MainWindow>();
   main_->onMenu = [this](const std::string& name) { OnMenu(name); };
-  main_->onClose = [this] { SaveSettings(); };
+  main_->onClose = [this] {
+    // The user waypoints are saved by their window's unload; the airport
+    // selection is a window of its own and would keep the program alive.
+    if (userWindow_ && userWindow_->isVisible()) userWindow_->close();
+    if (ovrllWindow_) ovrllWindow_->hide();
+    SaveSettings();
+  };
   ui_.SetParent(main_.get());
   ui_.RegisterWindow("OVRMap", main_.get());
   if (state_.Config.MapWin == 2)
     main_->showMaximized();
   else
     main_->show();
+  // The map opens behind the airport selection, which stays on top of it.
+  if (firstWindow_ == "OVRLL") OpenAirportSelection();
+}
+
+void Program::OpenFind() {
+  if (!findWindow_) {
+    findWindow_ = std::make_unique<FindWindow>(find_, main_.get());
+    findWindow_->onFound = [this](const FoundObject& o) { CentreMap(o.Lat, o.Lon); };
+  }
+  findWindow_->Open();
+}
+
+void Program::OpenAirportSelection() {
+  if (!ovrllWindow_) {
+    ovrll_ = std::make_unique<OvrLL>(db_.Airports, state_, ui_, plan_.DepartureAirport, plan_.DestinationAirport);
+    // A window of its own rather than a child of the map, so that it can
+    // stand in front of the map while the start airport is chosen.
+    ovrllWindow_ = std::make_unique<AirportSelectWindow>(*ovrll_);
+    ovrllWindow_->onSelected = [this](const AirportSelection& s) { CentreMap(s.Lat, s.Lon); };
+    ovrllWindow_->onEndProgram = [this] {
+      SaveSettings();
+      QCoreApplication::quit();
+    };
+  }
+  ovrllWindow_->Open();
+}
+
+void Program::OpenUserWaypoints() {
+  if (!userWindow_) userWindow_ = std::make_unique<UserWaypointWindow>(user_, main_.get());
+  userWindow_->Open();
+}
+
+void Program::CentreMap(float lat, float lon) {
+  view_.CntrLat = ClampCenterLat(view_, lat);
+  view_.CntrLon = lon;
+  view_.CurrentLat = lat;
+  view_.CurrentLon = lon;
+  if (main_) main_->update();
 }
 
 void Program::SaveSettings() {
@@ -104,6 +151,9 @@ void Program::SaveSettings() {
 
 void Program::OnMenu(const std::string& name) {
   if (name == "MenuExit") main_->close();
+  else if (name == "MenuFindObject") OpenFind();
+  else if (name == "MenuSelectAP") OpenAirportSelection();
+  else if (name == "MenuEditUser") OpenUserWaypoints();
 }
 
 }  // namespace orv::ui

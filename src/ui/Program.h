@@ -8,13 +8,21 @@
 
 #include "core/AppState.h"
 #include "core/Clock.h"
+#include "database/FrmFind.h"
+#include "database/FrmUser.h"
 #include "database/NavDatabase.h"
+#include "database/OvrLL.h"
+#include "map/Viewport.h"
+#include "planning/FlightPlan.h"
 #include "ui/QtUi.h"
 
 namespace orv::ui {
 
+class AirportSelectWindow;
+class FindWindow;
 class MainWindow;
 class SplashWindow;
+class UserWaypointWindow;
 
 class Program {
 public:
@@ -31,9 +39,21 @@ public:
   AppState& State() { return state_; }
   NavDatabase& Database() { return db_; }
   MainWindow* Main() { return main_.get(); }
+  FlightPlan& Plan() { return plan_; }
+  ViewState& View() { return view_; }
+
+  // The side windows, opened from the menu (OVRLL also at start).
+  void OpenFind();
+  void OpenAirportSelection();
+  void OpenUserWaypoints();
+  FindWindow* SearchWindow() { return findWindow_.get(); }
+  AirportSelectWindow* SelectWindow() { return ovrllWindow_.get(); }
+  UserWaypointWindow* UserWindow() { return userWindow_.get(); }
 
 private:
   void OnMenu(const std::string& name);
+  // Re-centres the map on a position chosen in a side window.
+  void CentreMap(float lat, float lon);
 
   AppState state_;
   NavDatabase db_;
@@ -42,6 +62,15 @@ private:
   std::unique_ptr<SplashWindow> splash_;
   std::unique_ptr<MainWindow> main_;
   std::string firstWindow_;
+  FlightPlan plan_;
+  ViewState view_;
+
+  FrmFind find_{db_};
+  FrmUser user_{db_.UserWaypoints, ui_, state_.Folder};
+  std::unique_ptr<OvrLL> ovrll_;
+  std::unique_ptr<FindWindow> findWindow_;
+  std::unique_ptr<AirportSelectWindow> ovrllWindow_;
+  std::unique_ptr<UserWaypointWindow> userWindow_;
 };
 
 // The application folder from the command line (--appdir DIR), else the
