@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the Debug preset (AddressSanitizer and
-# UndefinedBehaviorSanitizer) and runs every test.
+# UndefinedBehaviorSanitizer), fuzzes every file reader briefly, and runs
+# every test.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 bash scripts/install-deps.sh
 cmake --preset debug
 cmake --build --preset debug
-ctest --preset debug -j "$(nproc)"
 
 # A short fuzzing run of every file reader, so that a crash on hostile bytes is
 # found before it lands.
 bash scripts/fuzz.sh "${ORV_FUZZ_SECONDS:-10}"
+
+ctest --preset debug -j "$(nproc)"

@@ -3,11 +3,14 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace orv {
 class StartupLoader;
+struct AppState;
+struct NavDatabase;
 }
 
 namespace orv::cli {
@@ -24,10 +27,26 @@ struct Context {
 
 int CmdDistance(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// plan DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL]: builds a
+// plan on the loaded database and prints its table and totals. 1 when the
+// database does not load or no route exists.
+int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdFind(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
 // ends the program. CmdLoad runs it with the loader that reads nothing.
 int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err, StartupLoader& loader);
+
+// Runs the start-up with the database readers on the context's folder without
+// its progress texts; what ends the program is shown on err. False when the
+// start-up ended the program.
+bool LoadDatabase(const Context& ctx, AppState& state, NavDatabase& db, std::ostream& err);
+
+// A whole argument as a finite decimal number ("+" allowed); anything else is
+// refused rather than read as 0, so that a typing slip is not taken for 0.
+std::optional<double> ParseNumber(const std::string& text);
 
 }  // namespace orv::cli

@@ -16,8 +16,13 @@ namespace {
 
 constexpr const char* kDistanceUsage = "usage: orvanta-cli distance LAT1 LON1 LAT2 LON2";
 
-// A whole argument as a finite decimal number; anything else is refused rather
-// than read as 0, so that a typing slip is not taken for the equator.
+int Refuse(std::ostream& err, const std::string& why) {
+  err << "distance: " << why << "\n" << kDistanceUsage << "\n";
+  return 2;
+}
+
+}  // namespace
+
 std::optional<double> ParseNumber(const std::string& text) {
   const char* first = text.data();
   const char* last = text.data() + text.size();
@@ -27,13 +32,6 @@ std::optional<double> ParseNumber(const std::string& text) {
   if (first == last || ec != std::errc() || end != last || !std::isfinite(value)) return std::nullopt;
   return value;
 }
-
-int Refuse(std::ostream& err, const std::string& why) {
-  err << "distance: " << why << "\n" << kDistanceUsage << "\n";
-  return 2;
-}
-
-}  // namespace
 
 int CmdDistance(const Context&, const Args& args, std::ostream& out, std::ostream& err) {
   if (args.size() != 4) return Refuse(err, "expected four numbers");

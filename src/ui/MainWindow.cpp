@@ -1,6 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -39,6 +40,15 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
 QAction* MainWindow::Action(const std::string& name) const {
   auto it = actions_.find(name);
   return it == actions_.end() ? nullptr : it->second;
+}
+
+}  // namespace orv::ui
+
+namespace orv::ui {
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (onClose) onClose();
+  QMainWindow::closeEvent(event);
 }
 
 }  // namespace orv::ui

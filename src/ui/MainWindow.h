@@ -21,6 +21,11 @@ public:
   QAction* Action(const std::string& name) const;
   // Called with the control name of every clicked entry.
   std::function<void(const std::string&)> onMenu;
+  // Called when the window closes (its unload), before it goes.
+  std::function<void()> onClose;
+
+protected:
+  void closeEvent(QCloseEvent* event) override;
 
 private:
   std::map<std::string, QAction*> actions_;

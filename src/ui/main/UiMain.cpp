@@ -1,11 +1,12 @@
 #include <QApplication>
-#include <QMainWindow>
+
+#include "ui/Program.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  QMainWindow window;
-  window.setWindowTitle("Orvanta");
-  window.resize(1000, 700);
-  window.show();
-  return app.exec();
+  QApplication::setApplicationName("Orvanta");
+  orv::ui::Program program(orv::ui::AppDirFromArgs(argc, argv));
+  if (!program.Start()) return 1;
+  program.ShowFirstWindow();
+  return QApplication::exec();
 }

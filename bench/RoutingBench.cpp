@@ -1,0 +1,187 @@
+// High and low altitude plans across the world-sized airway graph: from the
+// west end of its largest connected component to the east end, entry and
+// exit search included, rows inserted through the plan model.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+#include "core/Ui.h"
+#include "database/NavDatabase.h"
+#include "planning/Aircraft.h"
+#include "planning/FlightPlan.h"
+#include "planning/NavLookupDb.h"
+#include "planning/RouteCreation.h"
+#include "planning/WPTable.h"
+
+#if __has_include("support/WorldFixture.h")
+#include "support/WorldFixture.h"
+#define ORV_HAVE_WORLD_FIXTURE 1
+#endif
+
+namespace orv {
+namespace {
+
+#ifndef ORV_HAVE_WORLD_FIXTURE
+// Until the shared world fixture is available: 40,000 intersections on a
+// jittered 200 x 200 grid over the inhabited latitudes, each linked to its
+// four neighbours on both nets (some 160,000 links per net).
+void BuildGraph(NavDatabase& db) {
+  NavaidTables& t = db.Navaids;
+  t.Intersections.assign(kIntersectionSlots, EmptyIntersectionSlot());
+  constexpr int kSide = 200;
+  auto index = [](int r, int c) { return r * kSide + c; };
+  auto lat = [](int r, int c) { return -55.0f + 125.0f * r / kSide + 0.1f * ((c * 7 + r * 3) % 5); };
+  auto lon = [](int r, int c) { return -179.0f + 358.0f * c / kSide + 0.1f * ((r * 5 + c) % 7); };
+  std::vector<AirwayLinkRec> low, high;
+  for (int r = 0; r < kSide; ++r) {
+    for (int c = 0; c < kSide; ++c) {
+      low.clear();
+      high.clear();
+      const int dr[4] = {1, -1, 0, 0}, dc[4] = {0, 0, 1, -1};
+      for (int k = 0; k < 4; ++k) {
+        int rr = r + dr[k], cc = c + dc[k];
+        if (rr < 0 || rr >= kSide || cc < 0 || cc >= kSide) continue;
+        AirwayLinkRec l;
+        l.Target = index(rr, cc);
+        double dLat = lat(rr, cc) - lat(r, c);
+        double dLon = (lon(rr, cc) - lon(r, c)) * std::cos(lat(r, c) * 3.14159265 / 180);
+        l.Distance = static_cast<float>(60 * std::sqrt(dLat * dLat + dLon * dLon));
+        l.AirwayName.Assign(k < 2 ? "J10" : "J20");
+        l.Mea1.Assign("FL180");
+        l.Mea2.Assign("FL450");
+        high.push_back(l);
+        l.AirwayName.Assign(k < 2 ? "V10" : "V20");
+        l.Mea1.Assign("05000");
+        l.Mea2.Assign("17999");
+        low.push_back(l);
+      }
+      IntersectionRec rec;
+      rec.Index = index(r, c);
+      char ident[8];
+      std::snprintf(ident, sizeof ident, "X%04d", rec.Index % 10000);
+      rec.Ident.Assign(ident);
+      rec.Lat = lat(r, c);
+      rec.Lon = lon(r, c);
+      PlaceIntersection(t, rec, low, high);
+    }
+  }
+}
+#endif
+
+struct World {
+  NavDatabase db;
+  std::unique_ptr<NavLookupDb> nav;
+  // The two ends of the largest component of each net: westernmost, easternmost.
+  int jetWest = -1, jetEast = -1, lowWest = -1, lowEast = -1;
+};
+
+// Westernmost and easternmost node of the largest connected component.
+void ComponentEnds(const NavaidTables& t, char net, int& west, int& east) {
+  const int n = static_cast<int>(t.Intersections.size());
+  std::vector<int> comp(static_cast<std::size_t>(n), -1), queue;
+  queue.reserve(static_cast<std::size_t>(n));
+  int bestSize = 0;
+  for (int s = 0; s < n; ++s) {
+    if (comp[s] >= 0 || t.Intersections[s].Ident.IsEmptySlot()) continue;
+    queue.clear();
+    queue.push_back(s);
+    comp[s] = s;
+    int w = s, e = s;
+    for (std::size_t q = 0; q < queue.size(); ++q) {
+      int u = queue[q];
+      if (t.Intersections[u].Lon < t.Intersections[w].Lon) w = u;
+      if (t.Intersections[u].Lon > t.Intersections[e].Lon) e = u;
+      auto links = net == 'V' ? t.LowAirways(u) : t.HighAirways(u);
+      for (const AirwayLinkRec& l : links) {
+        if (l.Target < 0 || l.Target >= n || comp[l.Target] >= 0) continue;
+        comp[l.Target] = s;
+        queue.push_back(l.Target);
+      }
+    }
+    if (static_cast<int>(queue.size()) > bestSize) {
+      bestSize = static_cast<int>(queue.size());
+      west = w;
+      east = e;
+    }
+  }
+}
+
+World& TheWorld() {
+  static World* world = [] {
+    auto* w = new World;
+#ifdef ORV_HAVE_WORLD_FIXTURE
+    test::BuildWorldDatabase(w->db);
+#else
+    BuildGraph(w->db);
+#endif
+    w->nav = std::make_unique<NavLookupDb>(w->db);
+    ComponentEnds(w->db.Navaids, 'J', w->jetWest, w->jetEast);
+    ComponentEnds(w->db.Navaids, 'V', w->lowWest, w->lowEast);
+    return w;
+  }();
+  return *world;
+}
+
+// An airport-like row a few miles off an intersection.
+WaypointRec EndRow(const IntersectionRec& near, const char* code) {
+  WaypointRec w;
+  w.Code.Assign(code);
+  w.Name.Assign(code);
+  w.Lat = near.Lat + 0.1f;
+  w.Lon = near.Lon + 0.1f;
+  w.Origin = kOriginAirport;
+  return w;
+}
+
+void RunPlan(benchmark::State& state, char net) {
+  World& world = TheWorld();
+  int west = net == 'J' ? world.jetWest : world.lowWest;
+  int east = net == 'J' ? world.jetEast : world.lowEast;
+  const auto& ints = world.db.Navaids.Intersections;
+  WaypointRec dep = EndRow(ints[static_cast<std::size_t>(west)], "WEST");
+  WaypointRec dest = EndRow(ints[static_cast<std::size_t>(east)], "EAST");
+
+  AircraftRec ac;
+  ac.CruiseSpeed = 450;
+  ac.ApproachSpeed = 140;
+  ac.ClimbSpeed = 280;
+  ac.ClimbRate = 2500;
+  ac.DescentSpeed = 280;
+  ac.DescentRate = 2000;
+  ac.CruiseLevel = 350;
+  FlightPlan plan;
+  PlanPanel panel;
+  PlanEditor editor(plan, panel, ac, *world.nav);
+  RouteSearch search;
+  SilentUi ui;
+  RouteBuilder builder(editor, ac, world.db.Navaids, search, ui);
+  int rows = 0;
+  for (auto _ : state) {
+    plan.Waypoints[0] = dep;
+    plan.Waypoints[1] = dest;
+    plan.CurrentRow = -1;
+    editor.SetDirectPlan(1);
+    if (!builder.CreateAirwayPlan(net, 0)) {
+      state.SkipWithError(search.HeapOverflowed() ? "the search heap overflowed" : "no route");
+      return;
+    }
+    rows = plan.LastRow + 1;
+    benchmark::DoNotOptimize(plan.TotalDistance);
+  }
+  state.counters["rows"] = rows;
+  state.counters["pops"] = search.Pops();
+  state.counters["nm"] = plan.TotalDistance;
+}
+
+void BM_HighAltitudePlanAcrossTheWorld(benchmark::State& state) { RunPlan(state, 'J'); }
+void BM_LowAltitudePlanAcrossTheWorld(benchmark::State& state) { RunPlan(state, 'V'); }
+
+BENCHMARK(BM_HighAltitudePlanAcrossTheWorld)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LowAltitudePlanAcrossTheWorld)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace orv

@@ -1,0 +1,24 @@
+// The database behind the commands that look things up: the program's own
+// start-up with the database readers, run without its progress texts.
+#include <ostream>
+
+#include "cli/Cli.h"
+#include "cli/CliUi.h"
+#include "core/AppState.h"
+#include "core/Clock.h"
+#include "core/Startup.h"
+#include "database/DatabaseLoader.h"
+
+namespace orv::cli {
+
+bool LoadDatabase(const Context& ctx, AppState& state, NavDatabase& db, std::ostream& err) {
+  state = AppState(AppFolder(ctx.appDir));
+  // A stream without a buffer swallows the progress texts.
+  std::ostream quiet(nullptr);
+  StreamUi ui(quiet, err);
+  SystemClock clock;
+  DatabaseLoader loader(db);
+  return !RunStartup(state, ui, clock, loader).ProgramEnds();
+}
+
+}  // namespace orv::cli

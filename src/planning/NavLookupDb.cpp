@@ -1,0 +1,249 @@
+#include "planning/NavLookupDb.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "core/Runtime.h"
+
+namespace orv {
+
+namespace {
+
+bool InRange(int index, std::size_t size) { return index >= 0 && static_cast<std::size_t>(index) < size; }
+
+std::string Key(std::string_view ident) { return UCase(TrimView(ident)); }
+
+}  // namespace
+
+FixedStr<1> IntersectionNetType(const IntersectionRec& rec) {
+  if (rec.LowCount > 0 && rec.HighCount > 0) return FixedStr<1>("X");
+  if (rec.LowCount > 0) return FixedStr<1>("V");
+  if (rec.HighCount > 0) return FixedStr<1>("J");
+  return FixedStr<1>();
+}
+
+WaypointRec VorRow(const NavaidTables& navaids, int index) {
+  WaypointRec w;
+  if (!InRange(index, navaids.Vors.size())) return w;
+  const VorRec& v = navaids.Vors[static_cast<std::size_t>(index)];
+  w.Kind.Assign("VOR");
+  w.Code.Assign(v.Ident.Trimmed());
+  w.Name.Assign(v.Name.Trimmed());
+  w.Frequency = v.Frequency;
+  w.Lat = v.Lat;
+  w.Lon = v.Lon;
+  w.MagVar = v.MagVar;
+  w.DbIndex = index;
+  return w;
+}
+
+WaypointRec NdbRow(const NavaidTables& navaids, int index) {
+  WaypointRec w;
+  if (!InRange(index, navaids.Ndbs.size())) return w;
+  const NdbRec& n = navaids.Ndbs[static_cast<std::size_t>(index)];
+  w.Kind.Assign("NDB");
+  w.Code.Assign(n.Ident.Trimmed());
+  w.Name.Assign(n.Name.Trimmed());
+  w.Frequency = n.Frequency;
+  w.Lat = n.Lat;
+  w.Lon = n.Lon;
+  w.MagVar = n.MagVar;
+  w.DbIndex = index;
+  return w;
+}
+
+WaypointRec FixRow(const NavaidTables& navaids, int index) {
+  WaypointRec w;
+  if (!InRange(index, navaids.Fixes.size())) return w;
+  const FixRec& f = navaids.Fixes[static_cast<std::size_t>(index)];
+  w.Kind.Assign("Fix");
+  w.Code.Assign(f.Ident.Trimmed());
+  w.Name.Assign(f.Name.Trimmed());
+  w.Lat = f.Lat;
+  w.Lon = f.Lon;
+  w.MagVar = f.MagVar;
+  w.DbIndex = index;
+  return w;
+}
+
+WaypointRec IntersectionRow(const NavaidTables& navaids, int index) {
+  WaypointRec w;
+  if (!InRange(index, navaids.Intersections.size())) return w;
+  const IntersectionRec& i = navaids.Intersections[static_cast<std::size_t>(index)];
+  w.Kind.Assign("Int");
+  w.Code.Assign(i.Ident.Trimmed());
+  w.Name.Assign(i.Name.Trimmed());
+  w.Lat = i.Lat;
+  w.Lon = i.Lon;
+  w.MagVar = i.MagVar;
+  w.DbIndex = index;
+  w.NetType = IntersectionNetType(i);
+  return w;
+}
+
+WaypointRec UserWaypointRow(const std::vector<UserWaypointRec>& waypoints, int index) {
+  WaypointRec w;
+  if (!InRange(index, waypoints.size())) return w;
+  const UserWaypointRec& u = waypoints[static_cast<std::size_t>(index)];
+  w.Kind.Assign("Uwp");
+  w.Code.Assign(u.Ident.Trimmed());
+  w.Name.Assign(u.Name.Trimmed());
+  w.Lat = u.Lat;
+  w.Lon = u.Lon;
+  w.DbIndex = index;
+  return w;
+}
+
+WaypointRec AirportRow(const AirportTables& airports, int index) {
+  WaypointRec w;
+  if (!InRange(index, airports.Airports.size())) return w;
+  const AirportRec& a = airports.Airports[static_cast<std::size_t>(index)];
+  w.Code.Assign(a.Icao.Trimmed());
+  w.Name.Assign(a.Name.Trimmed());
+  w.Lat = a.Lat;
+  w.Lon = a.Lon;
+  w.MagVar = a.MagVar;
+  w.DbIndex = index;
+  w.Origin = kOriginAirport;
+  return w;
+}
+
+// ---------------------------------------------------------------- the index
+
+NavLookupDb::NavLookupDb(const NavDatabase& db, std::span<const std::string> parkingNames)
+    : db_(db), parkingNames_(parkingNames) {
+  Rebuild();
+}
+
+void NavLookupDb::Rebuild() {
+  const NavaidTables& n = db_.Navaids;
+  idents_.clear();
+  idents_.reserve(n.Vors.size() + n.Ndbs.size() + n.Fixes.size() + n.Intersections.size() +
+                  db_.UserWaypoints.size());
+  auto add = [&](std::string_view ident, ObjectKind kind, std::size_t index) {
+    std::string key = Key(ident);
+    if (!key.empty()) idents_.push_back({std::move(key), kind, static_cast<int32_t>(index)});
+  };
+  for (std::size_t i = 0; i < n.Vors.size(); ++i) add(n.Vors[i].Ident.Trimmed(), ObjectKind::Vor, i);
+  for (std::size_t i = 0; i < n.Ndbs.size(); ++i) add(n.Ndbs[i].Ident.Trimmed(), ObjectKind::Ndb, i);
+  for (std::size_t i = 0; i < n.Fixes.size(); ++i) add(n.Fixes[i].Ident.Trimmed(), ObjectKind::Fix, i);
+  for (std::size_t i = 0; i < n.Intersections.size(); ++i) {
+    // Slots no record filled hold NUL texts, which Trimmed() cuts to nothing.
+    add(n.Intersections[i].Ident.Trimmed(), ObjectKind::Intersection, i);
+  }
+  for (std::size_t i = 0; i < db_.UserWaypoints.size(); ++i)
+    add(db_.UserWaypoints[i].Ident.Trimmed(), ObjectKind::User, i);
+  std::sort(idents_.begin(), idents_.end(), [](const IdentEntry& a, const IdentEntry& b) {
+    return std::tie(a.Ident, a.Kind, a.Index) < std::tie(b.Ident, b.Kind, b.Index);
+  });
+
+  const auto& list = db_.Airports.Airports;
+  airports_.clear();
+  airports_.reserve(list.size());
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    if (IsAirportSlotUsed(list[i])) airports_.push_back({Key(list[i].Icao.Trimmed()), static_cast<int32_t>(i)});
+  }
+  std::sort(airports_.begin(), airports_.end(), [](const AirportEntry& a, const AirportEntry& b) {
+    return std::tie(a.Icao, a.Index) < std::tie(b.Icao, b.Index);
+  });
+}
+
+void NavLookupDb::FindByIdent(std::string_view ident, std::vector<WaypointRec>& out) const {
+  std::string key = Key(ident);
+  auto first = std::lower_bound(idents_.begin(), idents_.end(), key,
+                                [](const IdentEntry& e, const std::string& k) { return e.Ident < k; });
+  for (auto it = first; it != idents_.end() && it->Ident == key; ++it) {
+    switch (it->Kind) {
+      case ObjectKind::Vor: out.push_back(VorRow(db_.Navaids, it->Index)); break;
+      case ObjectKind::Ndb: out.push_back(NdbRow(db_.Navaids, it->Index)); break;
+      case ObjectKind::Fix: out.push_back(FixRow(db_.Navaids, it->Index)); break;
+      case ObjectKind::Intersection: out.push_back(IntersectionRow(db_.Navaids, it->Index)); break;
+      case ObjectKind::User: out.push_back(UserWaypointRow(db_.UserWaypoints, it->Index)); break;
+    }
+  }
+}
+
+int NavLookupDb::FindAirport(std::string_view icao) const {
+  std::string key = Key(icao);
+  auto it = std::lower_bound(airports_.begin(), airports_.end(), key,
+                             [](const AirportEntry& e, const std::string& k) { return e.Icao < k; });
+  return it != airports_.end() && it->Icao == key ? it->Index : -1;
+}
+
+// ---------------------------------------------------------------- airports
+
+const AirportRec* NavLookupDb::AirportAt(int airport) const {
+  const auto& list = db_.Airports.Airports;
+  if (!InRange(airport, list.size())) return nullptr;
+  const AirportRec& a = list[static_cast<std::size_t>(airport)];
+  return IsAirportSlotUsed(a) ? &a : nullptr;
+}
+
+int NavLookupDb::AirportCount() const { return static_cast<int>(db_.Airports.Airports.size()); }
+
+bool NavLookupDb::AirportPosition(int airport, float& lat, float& lon) const {
+  const AirportRec* a = AirportAt(airport);
+  if (!a) return false;
+  lat = a->Lat;
+  lon = a->Lon;
+  return true;
+}
+
+std::string NavLookupDb::AirportIcao(int airport) const {
+  const AirportRec* a = AirportAt(airport);
+  return a ? a->Icao.Str() : std::string();
+}
+
+std::string NavLookupDb::AirportName(int airport) const {
+  const AirportRec* a = AirportAt(airport);
+  return a ? a->Name.Str() : std::string();
+}
+
+double NavLookupDb::AirportElevation(int airport) const {
+  const AirportRec* a = AirportAt(airport);
+  return a ? a->Elevation : 0;
+}
+
+int NavLookupDb::RunwayCount(int airport) const {
+  const AirportRec* a = AirportAt(airport);
+  return a ? a->RunwayCount() : 0;
+}
+
+int32_t NavLookupDb::RunwayLength(int airport, int runway) const {
+  const AirportRec* a = AirportAt(airport);
+  if (!a || !InRange(runway, a->Runways.size())) return 0;
+  return a->Runways[static_cast<std::size_t>(runway)].LengthFeet;
+}
+
+RunwayInfo NavLookupDb::Runway(int airport, int runway) const {
+  RunwayInfo info;
+  const AirportRec* a = AirportAt(airport);
+  if (!a || !InRange(runway, a->Runways.size())) return info;
+  const RunwayRec& r = a->Runways[static_cast<std::size_t>(runway)];
+  info.LowEndText = RunwayListName(r.LowEnd.View());
+  info.HighEndText = RunwayListName(r.HighEnd.View());
+  info.Lat = r.Lat;
+  info.Lon = r.Lon;
+  info.TrueHeading = r.TrueHeading;
+  info.LengthFeet = r.LengthFeet;
+  return info;
+}
+
+int NavLookupDb::ParkingCount(int airport) const {
+  const AirportRec* a = AirportAt(airport);
+  return a ? a->ParkingCount() : 0;
+}
+
+ParkingInfo NavLookupDb::Parking(int airport, int parking) const {
+  ParkingInfo info;
+  const AirportRec* a = AirportAt(airport);
+  if (!a || !InRange(parking, a->Parking.size())) return info;
+  const ParkingRec& p = a->Parking[static_cast<std::size_t>(parking)];
+  if (InRange(p.NameCode, parkingNames_.size())) info.Name = parkingNames_[static_cast<std::size_t>(p.NameCode)];
+  info.Number = p.Number;
+  info.Lat = p.Lat;
+  info.Lon = p.Lon;
+  return info;
+}
+
+}  // namespace orv

@@ -1,0 +1,581 @@
+#include "planning/RouteCreation.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "core/Geodesy.h"
+#include "core/Runtime.h"
+#include "core/Ui.h"
+#include "planning/Aircraft.h"
+#include "planning/NavLookupDb.h"
+
+namespace orv {
+
+namespace {
+
+// The latitude difference alone already puts a point this far away by any
+// measure (a degree of arc is 60 NM); the margin covers single-precision
+// rounding in the exact routines, which are only asked once this passes.
+constexpr double kPrefilterMarginNm = 1.0;
+
+bool Beyond(float lat1, float lat2, double radius) {
+  return std::fabs(static_cast<double>(lat1) - lat2) * 60 > radius + kPrefilterMarginNm;
+}
+
+bool IsKind(const WaypointRec& w, std::string_view kind) { return w.Kind.Trimmed() == kind; }
+
+std::span<AirwayLinkRec> NetLinks(NavaidTables& navaids, int node, char net) {
+  return net == 'V' ? navaids.LowAirways(node) : navaids.HighAirways(node);
+}
+std::span<const AirwayLinkRec> NetLinks(const NavaidTables& navaids, int node, char net) {
+  return net == 'V' ? navaids.LowAirways(node) : navaids.HighAirways(node);
+}
+
+// The altitude of an edge text, which is then left in the edge in its parsed
+// form. The form a search leaves behind (digits, blank padded) is read
+// without the general parser, so repeated searches cost no text work.
+int32_t ParseEdgeAltitude(FixedStr<5>& text) {
+  const auto& c = text.chars;
+  std::size_t n = 0;
+  int32_t value = 0;
+  while (n < c.size() && c[n] >= '0' && c[n] <= '9') value = value * 10 + (c[n++] - '0');
+  bool canonical = n > 0 && (c[0] != '0' || n == 1);
+  for (std::size_t k = n; canonical && k < c.size(); ++k) canonical = c[k] == ' ';
+  if (canonical) return value;
+
+  value = ParseFlightLevel(text.View());
+  char buffer[16];
+  auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
+  text.Assign(std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
+  return value;
+}
+
+}  // namespace
+
+int32_t ParseFlightLevel(std::string_view text) {
+  if (text.substr(0, 2) == "FL") return CLng(Val(text.substr(2)) * 100);
+  return CLng(Val(text));
+}
+
+std::string StripAirwayMarks(std::string_view name) {
+  if (name.substr(0, 2) == "<<") name.remove_prefix(2);
+  if (name.size() >= 2 && name.substr(name.size() - 2) == ">>") name.remove_suffix(2);
+  return std::string(name);
+}
+
+std::string NoAirwayRoutingMessage(std::string_view entryIdent) {
+  return "No airway routing possible from " + UCase(Trim(entryIdent)) + "!!" + std::string(kLineBreak) +
+         "Choose different airway intersection manually!";
+}
+
+std::string IllegalLevelMessage(int32_t altitude, std::string_view airway) {
+  std::string lb(kLineBreak);
+  return lb + "ILLEGAL FLIGHT PLAN FOR CURRENT AIRCRAFT!    " + lb + lb + std::to_string(altitude) +
+         " minimal altitude required on airway " + Trim(airway) + "!    ";
+}
+
+// ---------------------------------------------------------------- search
+
+RouteSearch::RouteSearch()
+    : pred_(kIntersectionSlots, 0),
+      dist_(kIntersectionSlots, kUnreached),
+      settled_(kIntersectionSlots, 0),
+      viaAirway_(kIntersectionSlots),
+      viaMinAlt_(kIntersectionSlots, 0),
+      viaMaxAlt_(kIntersectionSlots, 0),
+      heap_(static_cast<std::size_t>(kHeapCapacity) + 1, 0) {}
+
+int RouteSearch::RouteToArea(NavaidTables& navaids, int start, char net, float lat, float lon, int radius) {
+  return Run(navaids, start, net, Goal::Area, -1, lat, lon, radius, kAreaPopLimit, true);
+}
+
+int RouteSearch::RouteToTarget(NavaidTables& navaids, int start, int target, char net) {
+  return Run(navaids, start, net, Goal::Target, target, 0, 0, 0, kTargetPopLimit, false);
+}
+
+int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int target, float lat, float lon,
+                     int radius, int popLimit, bool resetAltitudes) {
+  heapSize_ = 0;
+  pops_ = 0;
+  overflow_ = false;
+  const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  if (start < 0 || static_cast<std::size_t>(start) >= slots) return -start;
+
+  std::fill(pred_.begin(), pred_.end(), 0);
+  std::fill(dist_.begin(), dist_.end(), kUnreached);
+  std::fill(settled_.begin(), settled_.end(), uint8_t{0});
+  std::fill(viaAirway_.begin(), viaAirway_.end(), FixedStr<8>());
+  if (resetAltitudes) {
+    std::fill(viaMinAlt_.begin(), viaMinAlt_.end(), 0);
+    std::fill(viaMaxAlt_.begin(), viaMaxAlt_.end(), 0);
+  }
+  dist_[static_cast<std::size_t>(start)] = 0;
+  settled_[static_cast<std::size_t>(start)] = 1;
+
+  int current = start;
+  for (;;) {
+    Relax(navaids, current, net);
+    if (overflow_ || heapSize_ == 0) return -start;
+    // A node can stand in the heap more than once; a later copy of a settled
+    // node is expanded again, which finds nothing new to relax.
+    current = Pop();
+    settled_[static_cast<std::size_t>(current)] = 1;
+    if (++pops_ > popLimit) return -start;
+    if (goal == Goal::Target) {
+      if (current == target) return current;
+    } else {
+      const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(current)];
+      if (!Beyond(rec.Lat, lat, radius) && RhumbDistance(rec.Lat, rec.Lon, lat, lon) <= radius) return current;
+    }
+  }
+}
+
+void RouteSearch::Relax(NavaidTables& navaids, int node, char net) {
+  const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  // The links of the net, read straight from the flat list: this runs for
+  // every node the search settles.
+  const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(node)];
+  const std::size_t first = std::size_t{rec.LinkFirst} + (net == 'V' ? 0u : rec.LowCount);
+  const std::size_t count = net == 'V' ? rec.LowCount : rec.HighCount;
+  if (first + count > navaids.AirwayLinks.size()) return;
+  AirwayLinkRec* links = navaids.AirwayLinks.data() + first;
+  const float here = dist_[static_cast<std::size_t>(node)];
+  for (std::size_t k = 0; k < count; ++k) {
+    AirwayLinkRec& link = links[k];
+    const auto t = static_cast<std::size_t>(link.Target);
+    if (t >= slots || settled_[t]) continue;
+    const float d = link.Distance + here;
+    if (!(d < dist_[t])) continue;
+    pred_[t] = node;
+    dist_[t] = d;
+    viaAirway_[t] = link.AirwayName;
+    viaMinAlt_[t] = ParseEdgeAltitude(link.Mea1);
+    viaMaxAlt_[t] = ParseEdgeAltitude(link.Mea2);
+    if (!Push(link.Target)) {
+      overflow_ = true;
+      return;
+    }
+  }
+}
+
+bool RouteSearch::Push(int32_t node) {
+  if (heapSize_ >= kHeapCapacity) return false;
+  int pos = ++heapSize_;
+  heap_[static_cast<std::size_t>(pos)] = node;
+  // Sift up while the parent is strictly further; equal keys stay in order.
+  while (pos > 1) {
+    int parent = pos / 2;
+    int32_t& p = heap_[static_cast<std::size_t>(parent)];
+    int32_t& c = heap_[static_cast<std::size_t>(pos)];
+    if (!(dist_[static_cast<std::size_t>(p)] > dist_[static_cast<std::size_t>(c)])) break;
+    std::swap(p, c);
+    pos = parent;
+  }
+  return true;
+}
+
+int32_t RouteSearch::Pop() {
+  int32_t* heap = heap_.data();
+  const float* dist = dist_.data();
+  const int32_t top = heap[1];
+  const int32_t moved = heap[heapSize_];
+  --heapSize_;
+  const float node = dist[moved];
+  int pos = 1;
+  for (;;) {
+    const int left = 2 * pos;
+    if (left > heapSize_) break;
+    const int right = left + 1;
+    const float leftKey = dist[heap[left]];
+    const bool aboveLeft = node > leftKey;
+    const bool hasRight = right <= heapSize_;
+    const float rightKey = hasRight ? dist[heap[right]] : 0.0f;
+    const bool aboveRight = hasRight && node > rightKey;
+    int child;
+    if (aboveLeft && aboveRight) {
+      // Both smaller: the left only when strictly smaller than the right.
+      child = leftKey < rightKey ? left : right;
+    } else if (aboveLeft) {
+      child = left;
+    } else if (aboveRight) {
+      child = right;
+    } else {
+      break;
+    }
+    heap[pos] = heap[child];
+    pos = child;
+  }
+  heap[pos] = moved;
+  return top;
+}
+
+void RouteSearch::PathTo(int end, std::vector<int32_t>& out) const {
+  out.clear();
+  if (end < 0 || static_cast<std::size_t>(end) >= pred_.size()) return;
+  int32_t node = end;
+  out.push_back(node);
+  // A predecessor chain cannot be longer than the slots; the bound only
+  // protects against a chain left inconsistent by an earlier failed search.
+  while (pred_[static_cast<std::size_t>(node)] != 0 && out.size() < pred_.size()) {
+    node = pred_[static_cast<std::size_t>(node)];
+    out.push_back(node);
+  }
+}
+
+// ---------------------------------------------------------------- builders
+
+bool RouteBuilder::NetMatches(int index, char net) const {
+  FixedStr<1> type = IntersectionNetType(navaids_.Intersections[static_cast<std::size_t>(index)]);
+  return type.chars[0] == 'X' || type.chars[0] == net;
+}
+
+void RouteBuilder::NoteLevel(int node) {
+  if (violation_) return;
+  int32_t minAlt = search_.ViaMinAlt(node);
+  if (minAlt > static_cast<int64_t>(aircraft_.CruiseLevel) * 100) {
+    violation_ = true;
+    violationAltitude_ = minAlt;
+    violationAirway_ = search_.ViaAirway(node).Str();
+  }
+}
+
+bool RouteBuilder::InsertNode(int at, int node) {
+  WaypointRec rec = IntersectionRow(navaids_, node);
+  rec.Airway.Assign(search_.ViaAirway(node).View());
+  rec.MinAltitude = search_.ViaMinAlt(node);
+  rec.MaxAltitude = search_.ViaMaxAlt(node);
+  rec.Origin = kOriginEnroute;
+  return editor_.InsertWaypoint(at, rec, false);
+}
+
+int RouteBuilder::FindEntryIntersection(int row, char net) {
+  FlightPlan& plan = editor_.Plan();
+  const auto& ints = navaids_.Intersections;
+  const int last = std::min(navaids_.MaxIntersectionIndex, static_cast<int32_t>(ints.size()) - 1);
+
+  // The identity tests look at the selected row, the geometry at `row`; the
+  // two are the same whenever the command runs from a selection.
+  if (plan.CurrentRow >= 0 && plan.CurrentRow <= plan.LastRow) {
+    const WaypointRec& cur = plan.Waypoints[static_cast<std::size_t>(plan.CurrentRow)];
+    if (IsKind(cur, "VOR")) {
+      std::string_view code = cur.Code.Trimmed();
+      for (int i = 0; i <= last; ++i) {
+        const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+        if (rec.Ident.IsEmptySlot() || rec.Ident.Trimmed() != code || !NetMatches(i, net)) continue;
+        if (RhumbDistance(cur.Lat, cur.Lon, rec.Lat, rec.Lon) < 1) return i;
+      }
+    } else if (IsKind(cur, "Int")) {
+      char type = cur.NetType.chars[0];
+      bool filled = cur.DbIndex >= 0 && cur.DbIndex <= last &&
+                    !ints[static_cast<std::size_t>(cur.DbIndex)].Ident.IsEmptySlot();
+      if ((type == 'X' || type == net) && filled) return cur.DbIndex;
+    }
+  }
+
+  const WaypointRec& from = plan.Waypoints[static_cast<std::size_t>(row)];
+  const WaypointRec& to = plan.Waypoints[static_cast<std::size_t>(row) + 1];
+  const double heading = GcCourse(from.Lat, from.Lon, to.Lat, to.Lon);
+  constexpr std::size_t kMaxCandidates = 500;
+  std::vector<int32_t> candidates;
+  candidates.reserve(kMaxCandidates);
+  for (int r = 30;; r += 20) {
+    if (r >= 500) {
+      ui_.MsgBox(kNoEntryFixMessage);
+      return -1;
+    }
+    // An intersection qualifies when one of its airways of the net leaves it
+    // within 60 degrees of the leg's direction.
+    for (int i = 1; i <= last && candidates.size() < kMaxCandidates; ++i) {
+      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+      if (rec.Ident.IsEmptySlot() || Beyond(from.Lat, rec.Lat, r) || !NetMatches(i, net)) continue;
+      if (!(GcDistance(from.Lat, from.Lon, rec.Lat, rec.Lon) < r)) continue;
+      for (const AirwayLinkRec& link : NetLinks(navaids_, i, net)) {
+        if (link.Target < 0 || link.Target >= static_cast<int32_t>(ints.size())) continue;
+        const IntersectionRec& next = ints[static_cast<std::size_t>(link.Target)];
+        if (AngleDiff(RhumbCourse(rec.Lat, rec.Lon, next.Lat, next.Lon), heading) <= 60) {
+          candidates.push_back(i);
+          break;
+        }
+      }
+    }
+    if (!candidates.empty()) break;
+  }
+
+  // The candidate lying most nearly ahead wins; a tie keeps the earlier one.
+  double best = 360;
+  int winner = candidates.front();
+  for (int32_t c : candidates) {
+    const IntersectionRec& rec = ints[static_cast<std::size_t>(c)];
+    double angle = AngleDiff(GcCourse(from.Lat, from.Lon, rec.Lat, rec.Lon), heading);
+    if (angle < best) {
+      best = angle;
+      winner = c;
+    }
+  }
+  return winner;
+}
+
+int RouteBuilder::FindExitRadius(int row, char net) {
+  FlightPlan& plan = editor_.Plan();
+  const auto& ints = navaids_.Intersections;
+  const int last = std::min(navaids_.MaxIntersectionIndex, static_cast<int32_t>(ints.size()) - 1);
+  const WaypointRec& dest = plan.Waypoints[static_cast<std::size_t>(row) + 1];
+  for (int r = 35;; r += 25) {
+    if (r >= 500) {
+      ui_.MsgBox(kNoExitFixMessage);
+      return -1;
+    }
+    for (int i = 1; i <= last; ++i) {
+      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+      if (rec.Ident.IsEmptySlot() || Beyond(dest.Lat, rec.Lat, r) || !NetMatches(i, net)) continue;
+      double d = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
+      if (d < r && d > 5) return r;
+    }
+  }
+}
+
+bool RouteBuilder::CreateAirwayPlan(char net, int row) {
+  FlightPlan& plan = editor_.Plan();
+  if (row < 0 || row >= plan.LastRow) return false;
+  violation_ = false;
+  ui_.SetWaitCursor(true);
+  plan.NetKind = net == 'J' ? 1 : 2;
+
+  const int entry = FindEntryIntersection(row, net);
+  if (entry < 0) {
+    ui_.SetWaitCursor(false);
+    return false;
+  }
+  const int radius = FindExitRadius(row, net);
+  if (radius < 0) {
+    ui_.SetWaitCursor(false);
+    return false;
+  }
+
+  const IntersectionRec& entryRec = navaids_.Intersections[static_cast<std::size_t>(entry)];
+  bool entryIsSidEnd = false;
+  const WaypointRec& at = plan.Waypoints[static_cast<std::size_t>(row)];
+  if (at.DbIndex == entry && IsKind(at, "Int")) {
+    // The route starts at this very row: the search inserts it again.
+    editor_.DeleteWaypoint(row, false);
+    --row;
+  } else if (UCase(at.Code.Trimmed()) == entryRec.Ident.Trimmed() &&
+             RhumbDistance(at.Lat, at.Lon, entryRec.Lat, entryRec.Lon) < 1) {
+    if (at.Origin == kOriginEnroute) {
+      editor_.DeleteWaypoint(row, false);
+      --row;
+    } else if (at.Origin == kOriginSid) {
+      entryIsSidEnd = true;  // the SID already ends on the entry
+    }
+  }
+
+  const WaypointRec& dest = plan.Waypoints[static_cast<std::size_t>(row) + 1];
+  const int result = search_.RouteToArea(navaids_, entry, net, dest.Lat, dest.Lon, radius);
+  if (result < 0) {
+    ui_.SetWaitCursor(false);
+    ui_.MsgBox(NoAirwayRoutingMessage(entryRec.Ident.Trimmed()));
+    return false;
+  }
+
+  // The path runs from the end back to the entry.
+  search_.PathTo(result, path_);
+  std::size_t count = path_.size();
+  if (entryIsSidEnd && count > 0) --count;
+  int insertAt = row;
+  for (std::size_t k = count; k-- > 0;) {
+    if (!InsertNode(insertAt, path_[k])) break;  // the plan is full
+    NoteLevel(path_[k]);
+    ++insertAt;
+  }
+
+  plan.RouteType = 2;
+  editor_.RefreshRows(std::max(row, 0));
+  editor_.RefreshTotals();
+  ui_.SetWaitCursor(false);
+  if (violation_) ui_.MsgBox(IllegalLevelMessage(violationAltitude_, violationAirway_));
+  return true;
+}
+
+bool RouteBuilder::CreateNavaidPlan(int row, const NavaidPlanOptions& options) {
+  FlightPlan& plan = editor_.Plan();
+  if (!options.Vor && !options.Ndb && !options.Intersection) {
+    ui_.MsgBox(kNoNavaidButtonMessage);
+    return false;
+  }
+  if (row < 0 || row >= plan.LastRow) return false;
+  plan.NetKind = 3;
+  ui_.SetWaitCursor(true);
+
+  const auto& ints = navaids_.Intersections;
+  const int last = std::min(navaids_.MaxIntersectionIndex, static_cast<int32_t>(ints.size()) - 1);
+  const int firstRow = row;
+  const WaypointRec destRow = plan.Waypoints[static_cast<std::size_t>(row) + 1];
+  float curLat = plan.Waypoints[static_cast<std::size_t>(row)].Lat;
+  float curLon = plan.Waypoints[static_cast<std::size_t>(row)].Lon;
+  double heading = GcCourse(curLat, curLon, destRow.Lat, destRow.Lon);
+  const double total = GcDistance(curLat, curLon, destRow.Lat, destRow.Lon);
+  int32_t prev = CLng(total);
+  // The first leg looks only 25 NM out, below the sector length, on purpose.
+  int32_t r = 25;
+  const int32_t step = options.GreatCircle ? 50 : 15;
+  int lastInt = heading > 90 && heading < 270 ? last : 0;
+
+  struct Candidate {
+    WaypointRec Rec;
+    double Dist;
+    double Course;
+  };
+  constexpr std::size_t kMaxCandidates = 100;
+  std::vector<Candidate> table;
+  table.reserve(kMaxCandidates);
+  // A navaid inside the sector: not at the current point, more than 5 NM and
+  // less than r away, within SECWIDTH of the heading.
+  auto inSector = [&](float lat, float lon, double& dist, double& course) {
+    if (lat == curLat || lon == curLon || Beyond(curLat, lat, r)) return false;
+    dist = GcDistance(curLat, curLon, lat, lon);
+    if (!(dist > 5 && dist < r)) return false;
+    course = GcCourse(curLat, curLon, lat, lon);
+    return AngleDiff(course, heading) <= options.SecWidth;
+  };
+  auto add = [&](WaypointRec rec, double dist, double course) {
+    // The table ends at 100 entries; further navaids of the pass are not kept.
+    if (table.size() < kMaxCandidates) table.push_back({std::move(rec), dist, course});
+  };
+
+  bool ok = true;
+  for (;;) {
+    double dist = 0, course = 0;
+    if (options.Vor) {
+      for (std::size_t i = 0; i < navaids_.Vors.size(); ++i) {
+        const VorRec& v = navaids_.Vors[i];
+        if (inSector(v.Lat, v.Lon, dist, course)) add(VorRow(navaids_, static_cast<int>(i)), dist, course);
+      }
+    }
+    if (options.Ndb) {
+      for (std::size_t i = 0; i < navaids_.Ndbs.size(); ++i) {
+        const NdbRec& n = navaids_.Ndbs[i];
+        if (n.Ident.Trimmed().size() > 2 && inSector(n.Lat, n.Lon, dist, course))
+          add(NdbRow(navaids_, static_cast<int>(i)), dist, course);
+      }
+    }
+    if (options.Intersection && last >= 0) {
+      // Intersections are stored south to north: the scan starts near the
+      // last hit and runs the way the leg goes, and takes the first hit.
+      auto tryInt = [&](int i) {
+        const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+        if (rec.Ident.IsEmptySlot() || !inSector(rec.Lat, rec.Lon, dist, course)) return false;
+        add(IntersectionRow(navaids_, i), dist, course);
+        lastInt = i;
+        return true;
+      };
+      if (heading > 90 && heading < 270) {
+        for (int i = std::min(lastInt + 100, last); i >= 0; --i)
+          if (tryInt(i)) break;
+      } else {
+        for (int i = std::max(lastInt - 100, 0); i <= last; ++i)
+          if (tryInt(i)) break;
+      }
+    }
+
+    if (table.empty()) {
+      r += step;
+    } else {
+      std::size_t chosen = 0;
+      const double first = table[0].Dist;
+      for (std::size_t i = 0; i < table.size(); ++i)
+        if (table[i].Dist >= first) chosen = i;
+      // Closeness to the heading by the plain difference, without wrap-round.
+      std::size_t aligned = 0;
+      for (std::size_t j = 0; j < table.size(); ++j)
+        if (std::fabs(table[j].Course - heading) <= std::fabs(table[aligned].Course - heading)) aligned = j;
+      if (table[aligned].Dist > 30 && table[aligned].Dist < 150) chosen = aligned;
+      const WaypointRec& pick = table[chosen].Rec;
+      if (pick.Lat == destRow.Lat && pick.Lon == destRow.Lon) break;  // arrived
+
+      WaypointRec rec = pick;
+      rec.Origin = kOriginEnroute;
+      if (!editor_.InsertWaypoint(row, rec, false)) break;  // the plan is full
+      ++row;
+      heading = GcCourse(rec.Lat, rec.Lon, destRow.Lat, destRow.Lon);
+      curLat = rec.Lat;
+      curLon = rec.Lon;
+      r = options.SecLen;
+    }
+
+    table.clear();
+    // The radius is a 16-bit value: with no navaid anywhere it would
+    // overflow, which ends the search the same way as a long empty route.
+    if ((r > total && total > 2000) || r > 32767) {
+      ok = false;
+      break;
+    }
+    int32_t left = CLng(GcDistance(curLat, curLon, destRow.Lat, destRow.Lon));
+    if (left > prev) break;
+    prev = left;
+    if (left < options.SecLen) break;
+  }
+
+  plan.RouteType = 1;
+  editor_.RefreshRows(firstRow);
+  editor_.RefreshTotals();
+  ui_.SetWaitCursor(false);
+  if (!ok) ui_.MsgBox(kInsufficientNavaidsMessage);
+  return ok;
+}
+
+std::string RouteBuilder::AirwayBetween(int from, int to, char net) const {
+  const std::vector<AirwayRec>& table = net == 'J' ? navaids_.JetAirways : navaids_.VictorAirways;
+  auto links = NetLinks(static_cast<const NavaidTables&>(navaids_), from, net);
+  for (const AirwayRec& a : table) {
+    if (a.FromIndex != to && a.ToIndex != to) continue;
+    for (const AirwayLinkRec& link : links) {
+      std::string name = StripAirwayMarks(link.AirwayName.Trimmed());
+      if (name == a.Name.Trimmed()) return name;
+    }
+  }
+  return std::string();
+}
+
+bool RouteBuilder::AddAirwayWaypoints(bool jet, bool victor) {
+  if (jet == victor) {
+    ui_.MsgBox(kOneAirwayTypeMessage);
+    return false;
+  }
+  FlightPlan& plan = editor_.Plan();
+  const char net = jet ? 'J' : 'V';
+  violation_ = false;
+  const int copyLast = plan.LastRow;
+  const std::vector<WaypointRec> copy(plan.Waypoints.begin(), plan.Waypoints.begin() + copyLast + 1);
+  const int slots = static_cast<int>(navaids_.Intersections.size());
+
+  for (int k = 0; k < copyLast; ++k) {
+    const WaypointRec& a = copy[static_cast<std::size_t>(k)];
+    const WaypointRec& b = copy[static_cast<std::size_t>(k) + 1];
+    if (!IsKind(a, "Int") || !IsKind(b, "Int")) continue;
+    if (b.Origin == kOriginSid || a.Origin == kOriginStar) continue;
+    if (b.DbIndex < 0 || b.DbIndex >= slots) continue;
+    // The airway that joins the two directly, when the table has one. The
+    // route below fills the rows' airways itself; this only names the leg.
+    lastAirway_ = AirwayBetween(a.DbIndex, b.DbIndex, net);
+    if (search_.RouteToTarget(navaids_, a.DbIndex, b.DbIndex, net) < 0) continue;
+
+    search_.PathTo(b.DbIndex, path_);
+    // Rows already added ahead of this pair (less those merged away) shift it.
+    const int offset = plan.LastRow - copyLast;
+    int insertAt = k + offset;
+    // Every node but the start; the end node then merges into the second row.
+    for (std::size_t n = path_.size() - 1; n-- > 0;) {
+      if (!InsertNode(insertAt, path_[n])) break;
+      NoteLevel(path_[n]);
+      ++insertAt;
+    }
+    editor_.RefreshRows(k + offset);
+    editor_.RefreshTotals();
+  }
+  plan.RouteType = 1;
+  return true;
+}
+
+}  // namespace orv

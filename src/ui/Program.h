@@ -1,0 +1,80 @@
+// The program: owns the application state and the loaded database, runs the
+// start-up behind the splash and opens the first window. Everything it shows
+// comes from the headless core; this class only connects the pieces.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/AppState.h"
+#include "core/Clock.h"
+#include "database/FrmFind.h"
+#include "database/FrmUser.h"
+#include "database/NavDatabase.h"
+#include "database/OvrLL.h"
+#include "map/Viewport.h"
+#include "planning/FlightPlan.h"
+#include "ui/QtUi.h"
+
+namespace orv::ui {
+
+class AirportSelectWindow;
+class FindWindow;
+class MainWindow;
+class SplashWindow;
+class UserWaypointWindow;
+
+class Program {
+public:
+  explicit Program(std::string appDir);
+  ~Program();
+
+  // Runs the start-up; false when the program ends there (the message was shown).
+  bool Start();
+  // Shows the first window the start-up chose.
+  void ShowFirstWindow();
+  // What the main window's unload does: the settings are written back.
+  void SaveSettings();
+
+  AppState& State() { return state_; }
+  NavDatabase& Database() { return db_; }
+  MainWindow* Main() { return main_.get(); }
+  FlightPlan& Plan() { return plan_; }
+  ViewState& View() { return view_; }
+
+  // The side windows, opened from the menu (OVRLL also at start).
+  void OpenFind();
+  void OpenAirportSelection();
+  void OpenUserWaypoints();
+  FindWindow* SearchWindow() { return findWindow_.get(); }
+  AirportSelectWindow* SelectWindow() { return ovrllWindow_.get(); }
+  UserWaypointWindow* UserWindow() { return userWindow_.get(); }
+
+private:
+  void OnMenu(const std::string& name);
+  // Re-centres the map on a position chosen in a side window.
+  void CentreMap(float lat, float lon);
+
+  AppState state_;
+  NavDatabase db_;
+  SystemClock clock_;
+  QtUi ui_;
+  std::unique_ptr<SplashWindow> splash_;
+  std::unique_ptr<MainWindow> main_;
+  std::string firstWindow_;
+  FlightPlan plan_;
+  ViewState view_;
+
+  FrmFind find_{db_};
+  FrmUser user_{db_.UserWaypoints, ui_, state_.Folder};
+  std::unique_ptr<OvrLL> ovrll_;
+  std::unique_ptr<FindWindow> findWindow_;
+  std::unique_ptr<AirportSelectWindow> ovrllWindow_;
+  std::unique_ptr<UserWaypointWindow> userWindow_;
+};
+
+// The application folder from the command line (--appdir DIR), else the
+// folder of the executable.
+std::string AppDirFromArgs(int argc, char** argv);
+
+}  // namespace orv::ui
