@@ -48,6 +48,25 @@ std::string PlainName(std::string_view name) {
   return s;
 }
 
+// Newer X-Plane files are UTF-8, older ones 8-bit: the database holds the
+// 8-bit code page, so text that is valid UTF-8 with non-ASCII characters is
+// converted and anything else is kept as it is.
+bool IsUtf8WithHighChars(std::string_view s) {
+  bool high = false;
+  for (std::size_t i = 0; i < s.size();) {
+    auto c = static_cast<unsigned char>(s[i]);
+    std::size_t n = c < 0x80 ? 1 : (c & 0xE0) == 0xC0 ? 2 : (c & 0xF0) == 0xE0 ? 3 : (c & 0xF8) == 0xF0 ? 4 : 0;
+    if (n == 0 || i + n > s.size()) return false;
+    for (std::size_t k = 1; k < n; ++k)
+      if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return false;
+    high = high || n > 1;
+    i += n;
+  }
+  return high;
+}
+
+std::string CodePage(std::string_view s) { return IsUtf8WithHighChars(s) ? Utf8ToLatin1(s) : std::string(s); }
+
 std::string MeaText(int hundreds) {
   if (hundreds <= 0) return std::string();
   long feet = static_cast<long>(hundreds) * 100;
@@ -264,20 +283,20 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
     }
     AirportRec a;
     a.Icao.Assign(UCase(s.Icao));
-    a.Name.Assign(s.Name.substr(0, 40));
+    a.Name.Assign(CodePage(s.Name).substr(0, 40));
     a.Lat = static_cast<float>(at.Lat);
     a.Lon = static_cast<float>(at.Lon);
     a.Elevation = s.ElevationFeet;
     a.MagVar = static_cast<float>(MagVarAt(grid, at.Lat, at.Lon));
     PlaceOfPrefix place = PlaceOfIdent(a.Icao.Str(), at.Lat, at.Lon);
-    std::string country = s.Country.empty() ? std::string(place.Country) : s.Country;
+    std::string country = s.Country.empty() ? std::string(place.Country) : CodePage(s.Country);
     std::string region = std::string(place.Region);
     if (region.empty() && !s.RegionCode.empty()) region = std::string(PlaceOfIdent(s.RegionCode + "AA", at.Lat, at.Lon).Region);
     if (country.empty()) country = "Unknown";
     if (region.empty()) region = "Unknown";
     a.Country = country.substr(0, 40);
-    a.State = s.State.substr(0, 40);
-    a.City = s.City.substr(0, 40);
+    a.State = CodePage(s.State).substr(0, 40);
+    a.City = CodePage(s.City).substr(0, 40);
     h.regions.insert(region.substr(0, 30));
     h.countries.emplace(a.Country, region.substr(0, 30));
     if (!a.State.empty()) h.states[{a.State, a.Country}] = true;
@@ -301,7 +320,7 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
     for (const SrcFrequency& f : s.Frequencies) {
       FrequencyRec w;
       w.Ident.Assign(a.Icao.Str());
-      w.Name.Assign(f.Name.substr(0, 30));
+      w.Name.Assign(CodePage(f.Name).substr(0, 30));
       w.Frequency = static_cast<float>(f.KHz / 1000.0);
       w.Kind = FrequencyKind(f.Row, f.Name);
       a.Frequencies.push_back(w);
@@ -466,7 +485,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     if (n.Row == kVor) {
       VorRec v;
       v.Ident.Assign(n.Ident.substr(0, 10));
-      v.Name.Assign(PlainName(n.Name).substr(0, 20));
+      v.Name.Assign(PlainName(CodePage(n.Name)).substr(0, 20));
       v.Lat = static_cast<float>(n.Lat);
       v.Lon = static_cast<float>(n.Lon);
       v.Frequency = static_cast<float>(n.Frequency / 100.0);
@@ -478,7 +497,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     } else if (n.Row == kNdb) {
       NdbRec d;
       d.Ident.Assign(n.Ident.substr(0, 10));
-      d.Name.Assign(PlainName(n.Name).substr(0, 20));
+      d.Name.Assign(PlainName(CodePage(n.Name)).substr(0, 20));
       d.Lat = static_cast<float>(n.Lat);
       d.Lon = static_cast<float>(n.Lon);
       d.Frequency = static_cast<float>(n.Frequency);
@@ -499,7 +518,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
   for (const SrcNavaid* n : loneDmes) {
     VorRec v;
     v.Ident.Assign(n->Ident.substr(0, 10));
-    v.Name.Assign(PlainName(n->Name).substr(0, 20));
+    v.Name.Assign(PlainName(CodePage(n->Name)).substr(0, 20));
     v.Lat = static_cast<float>(n->Lat);
     v.Lon = static_cast<float>(n->Lon);
     v.Frequency = static_cast<float>(n->Frequency / 100.0);
@@ -538,7 +557,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
   // Names of the navaids that stand on airways.
   std::unordered_map<std::string, std::string> navName;
   for (const SrcNavaid& n : src.Navaids)
-    if (n.Row == kVor || n.Row == kNdb) navName.emplace(NodeKey(n.Ident, n.Lat, n.Lon), PlainName(n.Name));
+    if (n.Row == kVor || n.Row == kNdb) navName.emplace(NodeKey(n.Ident, n.Lat, n.Lon), PlainName(CodePage(n.Name)));
 
   // Airway nodes.
   std::vector<Node> nodes;

@@ -277,6 +277,28 @@ TEST(Mapping, AirwaysOfThe1100LayoutResolveTheirEnds) {
   EXPECT_EQ(out.Notes[0], "airway T161 ABMAL-NOWHR: an end is neither a fix nor a navaid of the sources");
 }
 
+TEST(Mapping, NamesAreKeptInTheEightBitCodePage) {
+  XPlaneSources s;
+  SrcAirport utf8;
+  utf8.Icao = "LSZH";
+  utf8.Name = "Z\xC3\xBCrich";  // UTF-8, as newer files hold it
+  utf8.City = "Z\xC3\xBCrich";
+  utf8.HasTower = true;
+  SrcAirport latin = utf8;
+  latin.Icao = "LSZB";
+  latin.Name = "Bern-Belp \xFC";  // already 8-bit, as older files hold it
+  s.Airports = {utf8, latin};
+  BuiltDatabase out;
+  BuildDatabase(s, FlatGrid(0), {}, out);
+  ASSERT_EQ(out.Db.Airports.Airports.size(), 2u);
+  EXPECT_EQ(out.Db.Airports.Airports[0].Name.Str(), "Bern-Belp \xFC");
+  EXPECT_EQ(out.Db.Airports.Airports[1].Name.Str(), "Z\xFCrich");
+  EXPECT_EQ(out.Db.Airports.Airports[1].City, "Z\xFCrich");
+  EXPECT_EQ(out.Db.Airports.Airports[1].Country, "Switzerland");
+  ASSERT_EQ(out.Db.Airports.Cities.size(), 1u);
+  EXPECT_EQ(out.Db.Airports.Cities[0].Name, "Z\xFCrich");
+}
+
 TEST(Mapping, CircleOfFiveMiles) {
   auto pts = CirclePoints(50.0, 8.0, 5.0);
   ASSERT_EQ(pts.size(), 36u);
