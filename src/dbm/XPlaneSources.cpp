@@ -127,8 +127,9 @@ void SourceReport::Problem(int64_t line, std::string_view what) {
     FirstProblems.push_back(File + ": line " + std::to_string(line) + ": " + std::string(what));
 }
 
-std::vector<std::string_view> SplitTokens(std::string_view line, std::size_t max) {
-  std::vector<std::string_view> out;
+Tokens SplitTokens(std::string_view line, std::size_t max) {
+  if (max > Tokens::kMax) max = Tokens::kMax;
+  Tokens out;
   std::size_t i = 0;
   while (i < line.size() && out.size() < max) {
     while (i < line.size() && IsBlank(line[i])) ++i;

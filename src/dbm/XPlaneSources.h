@@ -9,6 +9,7 @@
 // bad input.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -142,9 +143,25 @@ void ReadNavDat(std::string_view text, std::vector<SrcNavaid>& out, SourceReport
 void ReadFixDat(std::string_view text, std::vector<SrcFix>& out, SourceReport& report);
 void ReadAwyDat(std::string_view text, std::vector<SrcAirway>& out, SourceReport& report);
 
-// Splits a line at blanks and tabs. At most `max` tokens; the last one takes
-// the rest of the line when more follow (so names keep their blanks).
-std::vector<std::string_view> SplitTokens(std::string_view line, std::size_t max);
+// The tokens of one line, held in place (no allocation per line).
+class Tokens {
+public:
+  static constexpr std::size_t kMax = 32;
+  std::size_t size() const { return count_; }
+  bool empty() const { return count_ == 0; }
+  std::string_view operator[](std::size_t i) const { return items_[i]; }
+  std::string_view back() const { return items_[count_ - 1]; }
+  void push_back(std::string_view t) { items_[count_++] = t; }
+
+private:
+  std::array<std::string_view, kMax> items_{};
+  std::size_t count_ = 0;
+};
+
+// Splits a line at blanks and tabs. At most `max` tokens (up to Tokens::kMax);
+// the last one takes the rest of the line when more follow (so names keep
+// their blanks).
+Tokens SplitTokens(std::string_view line, std::size_t max);
 
 // Strict number readers for source fields: false for anything that is not a
 // whole number in the text.
