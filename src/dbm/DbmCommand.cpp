@@ -273,7 +273,7 @@ int RunDbm(const std::vector<std::string>& args, std::ostream& out, std::ostream
   fo.Sid = std::move(sidFile);
   fo.Star = std::move(starFile);
   std::string cycle = !apt.Cycle.empty() ? apt.Cycle : nav.Cycle;
-  fo.AiracText = "Data cycle " + (cycle.empty() ? std::string("unknown") : cycle) + "\r\nX-Plane data\r\n";
+  fo.AiracText = AiracText(cycle);
   {
     char dateText[32];
     std::snprintf(dateText, sizeof dateText, "%.2f", date);

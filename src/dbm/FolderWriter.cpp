@@ -83,6 +83,14 @@ Bytes EmptyProcedureFile() {
   return head;
 }
 
+std::string AiracText(std::string_view cycle) {
+  std::string c(cycle);
+  // "2013.10": the year's last two digits and the cycle of the year.
+  if (c.size() == 7 && c[4] == '.') c = c.substr(2, 2) + c.substr(5, 2);
+  if (c.empty()) c = "unknown";
+  return "AIRAC cycle " + c + "\r\nX-Plane data\r\n";
+}
+
 std::string DefaultAircraftText() {
   // Id, name, max fuel kg, ceiling (100 ft), max, empty and load weight kg,
   // climb rate, climb speed, descent rate, descent speed, cruise speed,

@@ -33,6 +33,11 @@ struct WrittenFile {
 // no points, so that the file is not empty and matches no airport.
 Bytes EmptyProcedureFile();
 
+// AIRAC.INI for the data cycle of the sources: "AIRAC cycle 1310" for the
+// X-Plane header's "2013.10" (or "1310" as newer headers write it), then
+// "X-Plane data"; "AIRAC cycle unknown" without a cycle.
+std::string AiracText(std::string_view cycle);
+
 // A small list of aircraft for "\user\aircraft.orv".
 std::string DefaultAircraftText();
 

@@ -138,7 +138,7 @@ TEST(DemoFolder, OptionalSourcesFromAFlatFolder) {
   std::string readme = ReadWholeText(app / "README.txt").value_or("");
   EXPECT_NE(readme.find("Airspaces: OpenAir file"), std::string::npos);
   EXPECT_EQ(readme.find("DERIVED"), std::string::npos);
-  EXPECT_EQ(ReadWholeText(app / "database" / "AIRAC.INI").value_or(""), "Data cycle 2101\r\nX-Plane data\r\n");
+  EXPECT_EQ(ReadWholeText(app / "database" / "AIRAC.INI").value_or(""), "AIRAC cycle 2101\r\nX-Plane data\r\n");
 
   NavDatabase db;
   DatabaseLoader loader(db);

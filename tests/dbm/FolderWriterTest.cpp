@@ -121,6 +121,12 @@ TEST(SourceFiles, GzipAndPlainReadAlike) {
   EXPECT_EQ(error, (dir.Path() / "fix.dat.gz").string() + ": the gzip data is corrupt or cut short");
 }
 
+TEST(FolderWriter, AiracText) {
+  EXPECT_EQ(AiracText("2013.10"), "AIRAC cycle 1310\r\nX-Plane data\r\n");
+  EXPECT_EQ(AiracText("1802"), "AIRAC cycle 1802\r\nX-Plane data\r\n");
+  EXPECT_EQ(AiracText(""), "AIRAC cycle unknown\r\nX-Plane data\r\n");
+}
+
 TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
   Bytes sid = EmptyProcedureFile();
   ASSERT_EQ(sid.size(), 56u);  // one block head: no airport, no points
@@ -138,7 +144,7 @@ TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
   built.WxStations = "EDDF,50.0333,8.5706\r\n";
   FolderOptions o;
   o.Fsx = false;
-  o.AiracText = "Data cycle 2013.10\r\nX-Plane data\r\n";
+  o.AiracText = AiracText("2013.10");
   std::vector<WrittenFile> written;
   std::string error;
   Bytes grid = BuildMagVarFile([](int, int) { return 0.0; });
@@ -147,7 +153,7 @@ TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
   EXPECT_EQ(*ReadWholeText(dir.Path() / "user" / "aircraft.orv"), DefaultAircraftText());
   EXPECT_FALSE(fs::exists(dir.Path() / "database" / "FS10"));
   EXPECT_EQ(fs::file_size(dir.Path() / "map" / "worldpolygon.bin"), 25u + 8u);  // the one-point stand-in
-  EXPECT_EQ(AiracLabelText(*ReadWholeText(dir.Path() / "database" / "AIRAC.INI")), "Data cycle 2013.10 - X-Plane data");
+  EXPECT_EQ(AiracLabelText(*ReadWholeText(dir.Path() / "database" / "AIRAC.INI")), "AIRAC cycle 1310 - X-Plane data");
 
   // The folder passes the start-up.
   NavDatabase db;
