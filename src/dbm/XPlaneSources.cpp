@@ -227,7 +227,7 @@ void ReadAptDat(std::string_view text, std::vector<SrcAirport>& out, SourceRepor
       case 100: {  // land runway: width, surface, ..., then two ends of 9 fields
         double width = 0, lat1 = 0, lon1 = 0, lat2 = 0, lon2 = 0;
         int surface = 0;
-        if (t.size() < 20 || !ReadDouble(t[1], width) || !ReadInt(t[2], surface) || !ReadDouble(t[9], lat1) ||
+        if (t.size() < 20 || !ReadDouble(t[1], width) || width < 0 || width > 10000 || !ReadInt(t[2], surface) || !ReadDouble(t[9], lat1) ||
             !ReadDouble(t[10], lon1) || !ReadDouble(t[18], lat2) || !ReadDouble(t[19], lon2) ||
             !InRange(lat1, lon1) || !InRange(lat2, lon2)) {
           bad("land runway row 100 is incomplete");
@@ -247,7 +247,7 @@ void ReadAptDat(std::string_view text, std::vector<SrcAirport>& out, SourceRepor
       }
       case 101: {  // water runway: width, buoys, two ends of 3 fields
         double width = 0, lat1 = 0, lon1 = 0, lat2 = 0, lon2 = 0;
-        if (t.size() < 9 || !ReadDouble(t[1], width) || !ReadDouble(t[4], lat1) || !ReadDouble(t[5], lon1) ||
+        if (t.size() < 9 || !ReadDouble(t[1], width) || width < 0 || width > 10000 || !ReadDouble(t[4], lat1) || !ReadDouble(t[5], lon1) ||
             !ReadDouble(t[7], lat2) || !ReadDouble(t[8], lon2) || !InRange(lat1, lon1) || !InRange(lat2, lon2)) {
           bad("water runway row 101 is incomplete");
           break;
@@ -268,7 +268,8 @@ void ReadAptDat(std::string_view text, std::vector<SrcAirport>& out, SourceRepor
         double lat = 0, lon = 0, hdg = 0, len = 0, width = 0;
         int surface = 0;
         if (t.size() < 8 || !ReadDouble(t[2], lat) || !ReadDouble(t[3], lon) || !ReadDouble(t[4], hdg) ||
-            !ReadDouble(t[5], len) || !ReadDouble(t[6], width) || !ReadInt(t[7], surface) || !InRange(lat, lon)) {
+            !ReadDouble(t[5], len) || !ReadDouble(t[6], width) || !ReadInt(t[7], surface) || !InRange(lat, lon) ||
+            len < 0 || len > 100000 || width < 0 || width > 100000) {
           bad("helipad row 102 is incomplete");
           break;
         }
@@ -288,8 +289,9 @@ void ReadAptDat(std::string_view text, std::vector<SrcAirport>& out, SourceRepor
         double lat = 0, lon = 0, hdg = 0, len = 0, width = 0;
         int surface = 0;
         if (t.size() < 11 || !ReadDouble(t[1], lat) || !ReadDouble(t[2], lon) || !ReadDouble(t[4], hdg) ||
-            !ReadDouble(t[5], len) || !ReadDouble(t[8], width) || !InRange(lat, lon)) {
-          bad("row 10 is incomplete");
+            !ReadDouble(t[5], len) || !ReadDouble(t[8], width) || !InRange(lat, lon) || len <= 0 || len > 100000 ||
+            width < 0 || width > 10000) {
+          bad("row 10 is incomplete or its length or width is out of range");
           break;
         }
         std::string_view number = t[3];
@@ -469,8 +471,9 @@ void ReadNavDat(std::string_view text, std::vector<SrcNavaid>& out, SourceReport
     auto f = SplitTokens(line, 32);
     double freq = 0, range = 0;
     if (f.size() < 9 || !ReadDouble(f[1], n.Lat) || !ReadDouble(f[2], n.Lon) || !ReadInt(f[3], n.ElevationFeet) ||
-        !ReadDouble(f[4], freq) || !ReadDouble(f[5], range) || !ReadDouble(f[6], n.Extra) || !InRange(n.Lat, n.Lon)) {
-      report.Problem(lines.Number(), "navaid row is incomplete");
+        !ReadDouble(f[4], freq) || !ReadDouble(f[5], range) || !ReadDouble(f[6], n.Extra) || !InRange(n.Lat, n.Lon) ||
+        freq < 0 || freq > 2000000 || range < 0 || range > 10000 || std::fabs(n.Extra) > 1e9) {
+      report.Problem(lines.Number(), "navaid row is incomplete or a value is out of range");
       continue;
     }
     n.Frequency = static_cast<int>(std::lround(freq));

@@ -143,6 +143,23 @@ TEST(AptDat, OnlyTheFirstFewProblemsAreKeptButAllAreCounted) {
   EXPECT_EQ(r.FirstProblems.back(), "apt.dat: line 8: land runway row 100 is incomplete");
 }
 
+TEST(AptDat, HostileNumbersNeverReachARecord) {
+  std::vector<SrcAirport> out;
+  SourceReport r;
+  r.File = "apt.dat";
+  ReadAptDat("I\n1000 Version\n1 10 0 0 XXXX Test\n"
+             "10 40.5 -73.5 xxx 90.0 1e300 0.0 0.0 50 111111 01 0\n"
+             "102 H1 50.04 8.56 45.00 1e308 20.0 2 0 0 0.25 0\n"
+             "100 -5 1 0 0.25 1 3 1 07C 50.03 8.53 0 0 3 0 1 0 25C 50.04 8.58 0 0 3 0 1 0\n"
+             "100 60 1 0 0.25 1 3 1 07C 95.03 8.53 0 0 3 0 1 0 25C 50.04 8.58 0 0 3 0 1 0\n",
+             out, r);
+  ASSERT_EQ(out.size(), 1u);
+  EXPECT_TRUE(out[0].Runways.empty());
+  EXPECT_TRUE(out[0].Taxiways.empty());
+  EXPECT_EQ(r.Malformed, 4);
+  EXPECT_EQ(r.FirstProblems[0], "apt.dat: line 4: row 10 is incomplete or its length or width is out of range");
+}
+
 TEST(NavDat, BothLayoutsGiveTheSameFields) {
   constexpr const char* k810 =
       "I\n810 Version - data cycle 2013.10\n"
@@ -174,7 +191,7 @@ TEST(NavDat, BothLayoutsGiveTheSameFields) {
   EXPECT_EQ(out[6].Airport, "EDDF");             // the ILS's DME does
   EXPECT_EQ(out[6].Runway, "07L");
   EXPECT_EQ(r.Malformed, 1);
-  EXPECT_EQ(r.FirstProblems[0], "nav.dat: line 10: navaid row is incomplete");
+  EXPECT_EQ(r.FirstProblems[0], "nav.dat: line 10: navaid row is incomplete or a value is out of range");
 
   constexpr const char* k1100 =
       "I\n1100 Version - data cycle 2025.01\n"
