@@ -17,6 +17,10 @@ struct Command {
 constexpr Command kCommands[] = {
     {"load", "--appdir DIR load", CmdLoad},
     {"distance", "distance LAT1 LON1 LAT2 LON2", CmdDistance},
+    {"render",
+     "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
+     "[--round-world] --out FILE.png|FILE.svg",
+     CmdRender},
 };
 
 void Usage(std::ostream& err) {

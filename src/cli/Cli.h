@@ -24,6 +24,8 @@ struct Context {
 
 int CmdDistance(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// "render": the map of the loaded database into a PNG or SVG picture.
+int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up

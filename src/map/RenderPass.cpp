@@ -35,6 +35,13 @@ std::string PlainCaption(std::string_view caption) {
   return out;
 }
 
+// A caption also answers to its words before a bracket: "Jet (High Alt)" to
+// "Jet".
+std::string_view ShortCaption(std::string_view plain) {
+  const std::size_t bracket = plain.find(" (");
+  return bracket == std::string_view::npos ? std::string_view() : plain.substr(0, bracket);
+}
+
 struct LayerName {
   std::string_view Control;  // the menu entry
   std::string_view Button;   // its button, if any
@@ -149,8 +156,10 @@ int16_t MarkerRadius(std::string_view kind) {
 
 bool* FindLayerSwitch(MapLayers& layers, std::string_view name) {
   for (const LayerName& n : kLayerNames) {
+    const std::string plain = PlainCaption(n.Caption);
+    const std::string_view shortCaption = ShortCaption(plain);
     if (SameName(name, n.Control) || (!n.Button.empty() && SameName(name, n.Button)) ||
-        (!n.Caption.empty() && SameName(name, PlainCaption(n.Caption))))
+        (!plain.empty() && SameName(name, plain)) || (!shortCaption.empty() && SameName(name, shortCaption)))
       return &(layers.*n.Member);
   }
   return nullptr;

@@ -364,6 +364,7 @@ TEST(RenderLayerNames, MenuCaptionsControlsAndButtons) {
   EXPECT_EQ(FindLayerSwitch(layers, "Airports"), &layers.btnAP);
   EXPECT_EQ(FindLayerSwitch(layers, "Control Zones"), &layers.btnCtrz);
   EXPECT_EQ(FindLayerSwitch(layers, "Jet (High Alt)"), &layers.btnJet);
+  EXPECT_EQ(FindLayerSwitch(layers, "victor"), &layers.btnVictor);
   EXPECT_EQ(FindLayerSwitch(layers, "Minimum Safe Altitude"), &layers.btnMsa);
   EXPECT_EQ(FindLayerSwitch(layers, "Coastlines"), &layers.btnMap);
   EXPECT_EQ(FindLayerSwitch(layers, "btnFreq"), &layers.ShowFreq);
