@@ -7,7 +7,9 @@
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
+#include <cstdlib>
 #include <memory>
+#include <string_view>
 
 #include "map/RenderPass.h"
 #include "mapqt/MapPicture.h"
@@ -180,6 +182,15 @@ struct World {
     BuildStandInWorld(db);
 #endif
     layers.btnVictor = layers.btnJet = true;
+    // ORV_BENCH_OFF="VOR,Victor,..." switches layers off, to see what each costs.
+    if (const char* off = std::getenv("ORV_BENCH_OFF")) {
+      std::string_view list(off);
+      while (!list.empty()) {
+        const std::size_t comma = list.find(',');
+        if (bool* sw = FindLayerSwitch(layers, list.substr(0, comma))) *sw = false;
+        list = comma == std::string_view::npos ? std::string_view() : list.substr(comma + 1);
+      }
+    }
   }
   NavDatabase db;
   MapLayers layers;

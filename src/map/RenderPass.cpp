@@ -758,6 +758,12 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
 // ------------------------------------------------------------ route
 
 void MapRenderer::Pass::DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist) {
+  if (dist < 0) {
+    // Not known yet: a leg that is short on the flat chart is short on the
+    // sphere too, and needs no great-circle distance.
+    const double dLat = lat2 - lat1, dLon = LonDelta(lon1, lon2) * std::cos((lat1 + lat2) * (kDegToRad / 2));
+    dist = (dLat * dLat + dLon * dLon) * 3600 < 80.0 * 80.0 ? 0 : GcDistance(lat1, lon1, lat2, lon2);
+  }
   if (dist <= kBendLegNm) {
     map.Line(proj.X(lon1, lat1), proj.Y(lat1), proj.X(lon2, lat2), proj.Y(lat2));
     return;
@@ -783,7 +789,7 @@ void MapRenderer::Pass::DrawRoute() {
   for (int i = 0; i < last; ++i) {
     const WaypointRec& a = rows[static_cast<std::size_t>(i)];
     const WaypointRec& b = rows[static_cast<std::size_t>(i) + 1];
-    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, GcDistance(a.Lat, a.Lon, b.Lat, b.Lon));
+    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, -1);
   }
   map.SetDrawWidth(1);
 }
@@ -859,9 +865,9 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Colour
     if (!InView(v, a.Lat, a.Lon) && !InView(v, b.Lat, b.Lon)) continue;
     if (a.Ident.IsEmptySlot() || b.Ident.IsEmptySlot()) continue;
     map.SetForeColor(Pick(colour, hiliteKind, static_cast<int32_t>(i)));
-    const double dist = GcDistance(a.Lat, a.Lon, b.Lat, b.Lon);
-    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, dist);
+    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, -1);
     if (label <= 100 && (layers.ShowIcao || layers.ShowName)) {
+      const double dist = GcDistance(a.Lat, a.Lon, b.Lat, b.Lon);
       self.text_.assign(seg.Name.Trimmed());
       if (label < 75) {
         self.text_ += "\r\n";
