@@ -27,7 +27,7 @@ int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
-// ends the program. CmdLoad runs it with the loader that reads nothing.
+// ends the program. CmdLoad runs it with the database's own readers.
 int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err, StartupLoader& loader);
 
 }  // namespace orv::cli
