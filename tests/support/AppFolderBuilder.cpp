@@ -270,7 +270,11 @@ std::string AppFolderBuilder::Db(std::string_view name) const { return "\\databa
 
 std::string AppFolderBuilder::Key(std::string_view constant) const {
   std::string prefix = "\\database\\" + sim_ + "\\";
-  if (constant.substr(0, prefix.size()) == prefix) return "@" + std::string(constant.substr(prefix.size()));
+  if (constant.substr(0, prefix.size()) == prefix) {
+    std::string key(constant.substr(prefix.size()));
+    key.insert(0, 1, '@');  // (a literal + string trips a false -Wrestrict in GCC 12)
+    return key;
+  }
   return std::string(constant);
 }
 
