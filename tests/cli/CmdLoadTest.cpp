@@ -7,6 +7,7 @@
 #include "core/Startup.h"
 #include "support/AppFolderBuilder.h"
 #include "support/TempDir.h"
+#include "support/WorldFixture.h"
 
 namespace orv {
 namespace {
@@ -133,6 +134,39 @@ TEST(CmdLoad, TakesAnyLoader) {
   ctx.appDir = dir.Path().string();
   EXPECT_EQ(cli::RunLoad(ctx, {}, out, err, loader), 0);
   EXPECT_EQ(out.str(), std::string(kProgress) + "Vors 8680\nAirports 12\n");
+}
+
+// The world fixture's folder through the command line: every array holds the
+// count the fixture promises.
+TEST(CmdLoad, WorldFolderLoadsWithThePromisedCounts) {
+  const test::WorldFixtureOptions options{1, 0.05};
+  test::TempDir dir;
+  ASSERT_TRUE(test::WriteWorldFolder(dir.Path(), options));
+  CliRun r = Load(dir.Path());
+  EXPECT_EQ(r.code, 0);
+  EXPECT_EQ(r.err, "");
+  const test::WorldCountsRec w = test::WorldCounts(options);
+  EXPECT_EQ(w.Airports, 2000);
+  EXPECT_EQ(w.Intersections, 2000);
+  std::string expected = std::string(kProgress);
+  const std::pair<const char*, int64_t> counts[] = {
+      {"Regions", w.Regions},           {"Countries", w.Countries},         {"States", w.States},
+      {"Cities", w.Cities},             {"Airports", w.Airports},           {"Vors", w.Vors},
+      {"Ndbs", w.Ndbs},                 {"Intersections", w.Intersections}, {"Fixes", w.Fixes},
+      {"VictorAirways", w.VictorAirways}, {"JetAirways", w.JetAirways},     {"Airspaces", w.Airspaces},
+      {"MsaCells", w.MsaCells},         {"TaxiSegments", w.TaxiSegments},   {"GroundPolygons", w.GroundPolygons},
+      {"Markers", w.Markers},           {"WorldPolygons", w.WorldPolygons}, {"WorldLines", w.WorldLines},
+      {"UserWaypoints", w.UserWaypoints}, {"UserObjects", w.UserObjects}};
+  for (const auto& [name, count] : counts) expected += std::string(name) + " " + std::to_string(count) + "\n";
+  EXPECT_EQ(r.out, expected);
+  // The figures at this scale, as the fixture's description gives them.
+  EXPECT_EQ(w.Vors, 600);
+  EXPECT_EQ(w.Ndbs, 500);
+  EXPECT_EQ(w.Fixes, 3000);
+  EXPECT_EQ(w.VictorAirways + w.JetAirways, 5000);
+  EXPECT_EQ(w.Airspaces, 750);
+  EXPECT_EQ(w.WorldPolygons, 200);
+  EXPECT_EQ(w.Markers, 1000);
 }
 
 }  // namespace

@@ -10,8 +10,10 @@
 // jet), 15,000 airspaces with 2,000,000 points, 4,000 world polygons with
 // 1,000,000 coastline points, 2,000 world lines with 200,000 points and 5,000
 // MSA cells. Scale multiplies every count; the fixed-range arrays stop at their
-// bounds (intersections at 40000, airspaces at 15001, world polygons at 15201).
-// WorldCounts gives the exact figures for any options.
+// bounds (intersections at 40000, airspaces at 15001, world polygons at 15201),
+// and once the intersections stop, the airway links grow more slowly than the
+// segments. WorldCounts gives the exact figures for any options; the world
+// built holds exactly those. Building Scale 1 in memory takes about 2 s.
 //
 // Placement is real-world-ish: airports and navaids are dense over Europe and
 // the United States and sparse over the other continents. The airway graph:
