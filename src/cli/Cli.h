@@ -39,7 +39,7 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
-// ends the program. CmdLoad runs it with the loader that reads nothing.
+// ends the program. CmdLoad runs it with the database's own readers.
 int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err, StartupLoader& loader);
 
 // Runs the start-up with the database readers on the context's folder without
