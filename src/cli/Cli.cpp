@@ -21,6 +21,10 @@ constexpr Command kCommands[] = {
     {"find", "find KIND TEXT", CmdFind},
     {"airport", "airport ICAO", CmdAirport},
     {"magvar", "magvar LAT LON", CmdMagvar},
+    {"render",
+     "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
+     "[--round-world] --out FILE.png|FILE.svg",
+     CmdRender},
 };
 
 void Usage(std::ostream& err) {

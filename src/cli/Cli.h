@@ -34,10 +34,12 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 int CmdFind(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// "render": the map of the loaded database into a PNG or SVG picture.
+int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
-// ends the program. CmdLoad runs it with the loader that reads nothing.
+// ends the program. CmdLoad runs it with the database's own readers.
 int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err, StartupLoader& loader);
 
 // Runs the start-up with the database readers on the context's folder without

@@ -8,6 +8,7 @@
 #include "core/Clock.h"
 #include "core/Runtime.h"
 #include "core/Startup.h"
+#include "database/DatabaseLoader.h"
 
 namespace orv::cli {
 
@@ -26,7 +27,8 @@ int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 }
 
 int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
-  NullStartupLoader loader;
+  NavDatabase db;
+  DatabaseLoader loader(db);
   return RunLoad(ctx, args, out, err, loader);
 }
 

@@ -148,20 +148,20 @@ public:
 
   // ------------------------------------------------------------ properties
   Colour ForeColor() const { return foreColor_; }
-  void SetForeColor(Colour c) { foreColor_ = c; ++styleRevision_; }
+  void SetForeColor(Colour c) { Restyle(foreColor_, c); }
   Colour FillColor() const { return fillColor_; }
-  void SetFillColor(Colour c) { fillColor_ = c; ++styleRevision_; }
+  void SetFillColor(Colour c) { Restyle(fillColor_, c); }
   Colour BackColor() const { return backColor_; }
-  void SetBackColor(Colour c) { backColor_ = c; ++styleRevision_; }
+  void SetBackColor(Colour c) { Restyle(backColor_, c); }
   int16_t FillStyle() const { return fillStyle_; }
-  void SetFillStyle(int16_t s) { fillStyle_ = s; ++styleRevision_; }
+  void SetFillStyle(int16_t s) { Restyle(fillStyle_, s); }
   int16_t DrawStyle() const { return drawStyle_; }
-  void SetDrawStyle(int16_t s) { drawStyle_ = s; ++styleRevision_; }
+  void SetDrawStyle(int16_t s) { Restyle(drawStyle_, s); }
   // At least 1, as the runtime refuses smaller widths.
   int16_t DrawWidth() const { return drawWidth_; }
-  void SetDrawWidth(int16_t w) { drawWidth_ = w < 1 ? int16_t{1} : w; ++styleRevision_; }
+  void SetDrawWidth(int16_t w) { Restyle(drawWidth_, w < 1 ? int16_t{1} : w); }
   int16_t DrawMode() const { return drawMode_; }
-  void SetDrawMode(int16_t m) { drawMode_ = m; ++styleRevision_; }
+  void SetDrawMode(int16_t m) { Restyle(drawMode_, m); }
 
   const std::string& FontName() const { return fontName_; }
   void SetFontName(std::string_view name);
@@ -215,6 +215,15 @@ protected:
   virtual void DoCopyPicture(const DrawTarget& source) = 0;
 
 private:
+  // Setting a property to the value it has changes nothing, so that the
+  // target keeps its pen: a pass sets the same colour and width on
+  // thousands of objects in a row.
+  template <typename T>
+  void Restyle(T& field, T value) {
+    if (field == value) return;
+    field = value;
+    ++styleRevision_;
+  }
   Colour Resolve(Colour c) const { return c == kForeColour ? foreColor_ : c; }
 
   Colour foreColor_ = 0;

@@ -261,10 +261,11 @@ TEST_F(LookupCommands, MagvarReadsTheGridAtTheWholeDegreesBelow) {
 }
 
 TEST(LookupCommandsFolder, AStartUpThatEndsShowsItsMessages) {
-  // The builder's placeholder bytes are no region file: the reader's refusal
-  // comes first, then the start-up's own message.
+  // Text where the region file belongs: the reader's refusal comes first,
+  // then the start-up's own message.
   test::TempDir dir;
-  test::AppFolderBuilder(dir.Path()).Build();
+  test::AppFolderBuilder b(dir.Path());
+  b.Put(b.Db("region.orv"), "ORVANTA TEST PLACEHOLDER").Build();
   CliRun r = RunCli(dir.Path(), {"find", "vor", "x"});
   EXPECT_EQ(r.code, 1);
   EXPECT_EQ(r.out, "");  // no progress texts

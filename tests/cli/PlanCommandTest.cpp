@@ -220,7 +220,8 @@ TEST(PlanCommand, FailuresExitWithTheMessage) {
 
   // A folder whose database does not load.
   test::TempDir empty;
-  test::AppFolderBuilder(empty.Path()).Build();
+  test::AppFolderBuilder corrupt(empty.Path());
+  corrupt.Put(corrupt.Db("region.orv"), "ORVANTA TEST PLACEHOLDER").Build();
   CliRun broken = Plan(empty.Path(), {"AAAA", "BBBB"});
   EXPECT_EQ(broken.code, 1);
   EXPECT_NE(broken.err.find("region.orv: record 0"), std::string::npos) << broken.err;

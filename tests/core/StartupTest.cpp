@@ -64,6 +64,10 @@ struct StartRun {
   std::string LogLine(std::string_view bytes, std::string_view relative) const {
     return std::string(bytes) + " > " + Path(relative).string();
   }
+  // The log line of a file as it stands in the folder.
+  std::string LogLine(std::string_view relative) const {
+    return LogLine(std::to_string(fs::file_size(Path(relative))), relative);
+  }
   StartupResult& Go() {
     build.Build();
     state = AppState(AppFolder(dir.Path()));
@@ -80,6 +84,11 @@ struct StartRun {
 TEST(Startup, CompleteRunLoadsEveryFileInOrder) {
   StartRun run;
   run.dir.Write("orv_info.log", "an old log of another case");
+  // The optional ground and MSA files are empty in the default folder; give
+  // them bytes so that they are handed over too.
+  for (std::string_view name : {"taxi.orv", "poly.orv", "marker.orv"})
+    run.build.Put(run.build.Db(name), std::string(AppFolderBuilder::kPlaceholder));
+  run.build.Put("\\database\\msa.orv", std::string(AppFolderBuilder::kPlaceholder));
   StartupResult& r = run.Go();
 
   EXPECT_EQ(r.Outcome, StartupOutcome::OpenAirportSelection);
@@ -114,37 +123,35 @@ TEST(Startup, CompleteRunLoadsEveryFileInOrder) {
   EXPECT_EQ(run.loader.ilsLinks, 1);
 
   // The log: heading, one line for each file in its slot, 31 lines in all.
-  static_assert(AppFolderBuilder::kPlaceholder.size() == 24);
-  const std::string p = "24";
   std::vector<std::string> expected = {
       std::string(kHeading),
       run.LogLine(std::to_string(kGridBytes), "magvar09.swf"),
-      run.LogLine(p, "database/FS09/region.orv"),
-      run.LogLine(p, "database/FS09/country.orv"),
-      run.LogLine(p, "database/FS09/state.orv"),
-      run.LogLine(p, "database/FS09/city.orv"),
-      run.LogLine(p, "database/FS09/airport.orv"),
-      run.LogLine(p, "database/FS09/taxi.orv"),
-      run.LogLine(p, "database/FS09/poly.orv"),
-      run.LogLine(p, "database/FS09/marker.orv"),
-      run.LogLine(p, "database/dijinter.orv"),
-      run.LogLine(p, "database/vicways.orv"),
-      run.LogLine(p, "database/jetways.orv"),
-      run.LogLine(p, "database/fixes.orv"),
-      run.LogLine(p, "database/vor.orv"),
-      run.LogLine(p, "database/ndb.orv"),
-      run.LogLine(p, "database/airspace.orv"),
+      run.LogLine("database/FS09/region.orv"),
+      run.LogLine("database/FS09/country.orv"),
+      run.LogLine("database/FS09/state.orv"),
+      run.LogLine("database/FS09/city.orv"),
+      run.LogLine("database/FS09/airport.orv"),
+      run.LogLine("24", "database/FS09/taxi.orv"),
+      run.LogLine("24", "database/FS09/poly.orv"),
+      run.LogLine("24", "database/FS09/marker.orv"),
+      run.LogLine("database/dijinter.orv"),
+      run.LogLine("database/vicways.orv"),
+      run.LogLine("database/jetways.orv"),
+      run.LogLine("database/fixes.orv"),
+      run.LogLine("56", "database/vor.orv"),
+      run.LogLine("53", "database/ndb.orv"),
+      run.LogLine("database/airspace.orv"),
       run.LogLine("0", "database/orv_ivao.txt"),
       run.LogLine("0", "database/orv_vatsim.txt"),
       run.LogLine("0", "database/orv_ivao.dat"),
       run.LogLine("0", "database/orv_vatsim.dat"),
-      run.LogLine(p, "database/msa.orv"),
+      run.LogLine("24", "database/msa.orv"),
       run.LogLine("9", "database/userwp.udb"),
-      run.LogLine(p, "database/sid.orv"),
-      run.LogLine(p, "database/star.orv"),
-      run.LogLine(p, "map/worldpolygon.bin"),
-      run.LogLine(p, "map/worldline.bin"),
-      run.LogLine(p, "database/WxStation.txt"),
+      run.LogLine("database/sid.orv"),
+      run.LogLine("database/star.orv"),
+      run.LogLine("map/worldpolygon.bin"),
+      run.LogLine("map/worldline.bin"),
+      run.LogLine("database/WxStation.txt"),
       "", "", ""};
   EXPECT_EQ(run.Log(), expected);
   std::string raw = *ReadWholeText(run.dir.Path() / "ORV_Info.LOG");
@@ -219,7 +226,7 @@ TEST(Startup, EmptyAirportFileEndsAfterTheLogIsWritten) {
   std::vector<std::string> log = run.Log();
   ASSERT_EQ(log.size(), 31u);
   EXPECT_EQ(log[0], kHeading);
-  EXPECT_EQ(log[5], run.LogLine("24", "database/FS09/city.orv"));
+  EXPECT_EQ(log[5], run.LogLine("244", "database/FS09/city.orv"));  // Count and two 120-byte records
   EXPECT_EQ(log[6], run.LogLine("0", "database/FS09/airport.orv"));
   for (int i = 7; i < 31; ++i) EXPECT_EQ(log[i], "") << i;
   EXPECT_EQ(run.loader.files.back(), StartupFile::City);
@@ -312,7 +319,7 @@ TEST(Startup, MissingFileEndsWithItsName) {
   EXPECT_EQ(run.ui.logAtMessage, std::vector<bool>{true});
   std::vector<std::string> log = run.Log();
   ASSERT_EQ(log.size(), 31u);
-  EXPECT_EQ(log[13], run.LogLine("24", "database/fixes.orv"));
+  EXPECT_EQ(log[13], run.LogLine("48", "database/fixes.orv"));
   EXPECT_EQ(log[14], "");
   // A file that may be skipped when empty still has to exist.
   StartRun taxi;
@@ -330,7 +337,7 @@ TEST(Startup, ReaderRefusalIsShownBeforeTheFatalMessage) {
             (std::vector<std::string>{"vor.orv: record 12 is cut short", std::string(kFatalText)}));
   EXPECT_EQ(run.ui.logAtMessage, (std::vector<bool>{true, true}));
   EXPECT_EQ(run.loader.files.back(), StartupFile::Vors);
-  EXPECT_EQ(run.Log()[14], run.LogLine("24", "database/vor.orv"));
+  EXPECT_EQ(run.Log()[14], run.LogLine("56", "database/vor.orv"));
   EXPECT_EQ(run.loader.ilsLinks, 0);
 
   // The aircraft list is the user's: its refusal is shown and loading goes on.
@@ -359,7 +366,7 @@ TEST(Startup, FsxDatabaseFromTheSettings) {
   EXPECT_EQ(run.ui.Progress()[3], "...loading markers for Flight Simulator X");
   EXPECT_EQ(run.ui.Progress()[4], "...loading intersections");
   EXPECT_EQ(run.loader.contents.at(StartupFile::MagVar), "GRID10");
-  EXPECT_EQ(run.Log()[6], run.LogLine("24", "database/FS10/airport.orv"));
+  EXPECT_EQ(run.Log()[6], run.LogLine("database/FS10/airport.orv"));
 }
 
 TEST(Startup, AiracLabel) {

@@ -1,0 +1,231 @@
+// "render": draws the map of an application folder's database into a PNG or
+// SVG file with the window's own render pass, for checks and documentation
+// without the program's windows.
+//
+//   render --center LAT,LON|ICAO --range NM --size WxH
+//          --layers NAME=on|off,... --round-world --out FILE.png|FILE.svg
+#include <QGuiApplication>
+#include <cctype>
+#include <charconv>
+#include <memory>
+#include <ostream>
+#include <sstream>
+
+#include "cli/Cli.h"
+#include "cli/CliUi.h"
+#include "core/AppState.h"
+#include "core/Clock.h"
+#include "core/Runtime.h"
+#include "core/Startup.h"
+#include "database/DatabaseLoader.h"
+#include "map/RenderPass.h"
+#include "mapqt/MapPicture.h"
+#include "mapqt/QPainterTarget.h"
+#include "planning/FlightPlan.h"
+
+namespace orv::cli {
+
+namespace {
+
+struct RenderOptions {
+  std::string center;
+  int32_t range = 30;
+  int width = 1600;
+  int height = 1000;
+  std::string layers;
+  bool roundWorld = false;
+  std::string out;
+};
+
+bool ParseNumber(std::string_view text, double& value) {
+  text = TrimView(text);
+  if (text.empty()) return false;
+  const char* end = text.data() + text.size();
+  auto r = std::from_chars(text.data(), end, value);
+  return r.ec == std::errc() && r.ptr == end;
+}
+
+bool ParseInt(std::string_view text, int& value) {
+  const char* end = text.data() + text.size();
+  auto r = std::from_chars(text.data(), end, value);
+  return !text.empty() && r.ec == std::errc() && r.ptr == end;
+}
+
+bool EndsWithNoCase(std::string_view text, std::string_view tail) {
+  if (text.size() < tail.size()) return false;
+  return UCase(text.substr(text.size() - tail.size())) == UCase(tail);
+}
+
+// NAME=on|off pairs, comma separated, into layers.
+bool ApplyLayers(std::string_view list, MapLayers& layers, bool& roundWorld, std::ostream& err) {
+  while (!list.empty()) {
+    std::size_t comma = list.find(',');
+    std::string_view item = list.substr(0, comma);
+    list = comma == std::string_view::npos ? std::string_view() : list.substr(comma + 1);
+    if (TrimView(item).empty()) continue;
+    std::size_t eq = item.find('=');
+    if (eq == std::string_view::npos) {
+      err << "render: layer '" << item << "' needs =on or =off\n";
+      return false;
+    }
+    const std::string name = Trim(item.substr(0, eq));
+    const std::string value = UCase(Trim(item.substr(eq + 1)));
+    bool on;
+    if (value == "ON" || value == "1" || value == "TRUE") {
+      on = true;
+    } else if (value == "OFF" || value == "0" || value == "FALSE") {
+      on = false;
+    } else {
+      err << "render: layer '" << name << "': value must be on or off\n";
+      return false;
+    }
+    if (UCase(name) == "ROUND WORLD" || UCase(name) == "MENUROUNDWORLD") {
+      roundWorld = on;
+      continue;
+    }
+    bool* sw = FindLayerSwitch(layers, name);
+    if (!sw) {
+      err << "render: unknown layer '" << name << "'; known layers:\n";
+      for (const std::string& n : LayerSwitchNames()) err << "  " << n << "\n";
+      err << "  Round World, menuRoundWorld\n";
+      return false;
+    }
+    *sw = on;
+  }
+  return true;
+}
+
+// The QGuiApplication painting needs; the offscreen platform unless the
+// caller chose another.
+std::unique_ptr<QGuiApplication> EnsureGuiApplication() {
+  if (QCoreApplication::instance()) return nullptr;
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  static int argc = 1;
+  static char name[] = "orvanta-cli";
+  static char* argv[] = {name, nullptr};
+  return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+}  // namespace
+
+int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
+  RenderOptions o;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    auto value = [&](std::string& target) {
+      if (i + 1 >= args.size()) {
+        err << "render: " << a << " needs a value\n";
+        return false;
+      }
+      target = args[++i];
+      return true;
+    };
+    std::string v;
+    if (a == "--center") {
+      if (!value(o.center)) return 2;
+    } else if (a == "--range") {
+      if (!value(v)) return 2;
+      if (!ParseInt(v, o.range) || ZoomIndexOfLabel(o.range) < 0) {
+        err << "render: --range must be a zoom step label: 1 2 3 5 10 20 30 50 75 100 150 200 300 400 500 "
+               "600 700 800 900 2000 4000\n";
+        return 2;
+      }
+    } else if (a == "--size") {
+      if (!value(v)) return 2;
+      std::size_t x = v.find_first_of("xX");
+      if (x == std::string::npos || !ParseInt(std::string_view(v).substr(0, x), o.width) ||
+          !ParseInt(std::string_view(v).substr(x + 1), o.height) || o.width < 16 || o.height < 16 ||
+          o.width > 10000 || o.height > 10000) {
+        err << "render: --size must be WIDTHxHEIGHT in pixels, 16 to 10000 each\n";
+        return 2;
+      }
+    } else if (a == "--layers") {
+      if (!value(o.layers)) return 2;
+    } else if (a == "--round-world") {
+      o.roundWorld = true;
+    } else if (a == "--out") {
+      if (!value(o.out)) return 2;
+    } else {
+      err << "render: unknown option '" << a << "'\n";
+      return 2;
+    }
+  }
+  if (o.center.empty() || o.out.empty()) {
+    err << "render: --center and --out are required\n";
+    return 2;
+  }
+  const bool svg = EndsWithNoCase(o.out, ".svg");
+  if (!svg && !EndsWithNoCase(o.out, ".png")) {
+    err << "render: --out must name a .png or .svg file\n";
+    return 2;
+  }
+  MapLayers layers;
+  if (!ApplyLayers(o.layers, layers, o.roundWorld, err)) return 2;
+
+  // The database, loaded as the program starts, without its progress texts.
+  AppState state{AppFolder(ctx.appDir)};
+  std::ostringstream quiet;
+  StreamUi ui(quiet, err);
+  SystemClock clock;
+  NavDatabase db;
+  DatabaseLoader loader(db);
+  if (RunStartup(state, ui, clock, loader).ProgramEnds()) return 1;
+
+  ViewState view;
+  view.RoundWorld = o.roundWorld;
+  const std::size_t comma = o.center.find(',');
+  double lat = 0, lon = 0;
+  if (comma != std::string::npos && ParseNumber(std::string_view(o.center).substr(0, comma), lat) &&
+      ParseNumber(std::string_view(o.center).substr(comma + 1), lon)) {
+    if (lat < -90 || lat > 90 || lon < -180 || lon > 180) {
+      err << "render: --center out of range\n";
+      return 2;
+    }
+  } else {
+    const std::string icao = UCase(Trim(o.center));
+    bool found = false;
+    for (const AirportRec& ap : db.Airports.Airports) {
+      if (IsAirportSlotUsed(ap) && UCase(ap.Icao.Trimmed()) == icao) {
+        lat = ap.Lat, lon = ap.Lon, found = true;
+        break;
+      }
+    }
+    if (!found) {
+      err << "render: no airport '" << o.center << "' in the database\n";
+      return 1;
+    }
+  }
+  view.CntrLat = view.CurrentLat = static_cast<float>(lat);
+  view.CntrLon = view.CurrentLon = static_cast<float>(lon);
+
+  std::unique_ptr<QGuiApplication> app = EnsureGuiApplication();
+  QtFontSet fonts;
+  FlightPlan plan;
+  MapRenderer renderer;
+  const int16_t zoom = static_cast<int16_t>(ZoomIndexOfLabel(o.range));
+  bool ok;
+  std::string why;
+  if (svg) {
+    SvgPicture picture(fonts, o.width, o.height, QStringLiteral("Orvanta map"));
+    PrepareMapPicture(picture.Target(), view, zoom);
+    MapScene scene{view, state.Config, layers, db, plan};
+    renderer.DrawMap(scene, picture.Target());
+    ok = picture.Save(o.out, &why);
+  } else {
+    QPainterTarget target(fonts, o.width, o.height);
+    PrepareMapPicture(target, view, zoom);
+    MapScene scene{view, state.Config, layers, db, plan};
+    renderer.DrawMap(scene, target);
+    ok = target.SavePng(o.out);
+    if (!ok) why = "cannot write the file";
+  }
+  if (!ok) {
+    err << "render: " << o.out << ": " << why << "\n";
+    return 1;
+  }
+  out << "rendered " << o.out << " (" << o.width << "x" << o.height << ", " << o.range << " NM, "
+      << Latin1ToUtf8(renderer.PositionStatus()) << ", " << Latin1ToUtf8(renderer.MagVarStatus()) << ")\n";
+  return 0;
+}
+
+}  // namespace orv::cli

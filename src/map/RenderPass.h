@@ -1,0 +1,228 @@
+// DrawMap: the render pass that paints the whole chart from the loaded arrays
+// onto the map surface in one fixed order (later layers cover earlier ones),
+// then keeps a clean copy in the back buffer for the live routines, which
+// draw the aircraft and traffic over it and restore the background from it.
+//
+// The pass is a function of its inputs (MapScene): the view, the colours of
+// the settings, the layer switches, the database, the plan, and the inputs of
+// the live and online layers, which are empty until their modules fill them.
+// A MapRenderer holds the scratch buffers that the pass reuses from one run
+// to the next, so that a pass allocates nothing per drawn object.
+//
+// Field meanings the database manager and the pass agree on (the files keep
+// them as plain stored values):
+//   IlsRec::Values[0]  frequency in MHz
+//   IlsRec::Values[1]  true course of the localizer; 0 or out of range: the
+//                      runway end's heading
+//   IlsRec::Values[2]  glide slope angle; 0 for a localizer without glide slope
+//   VorRec::Value      range in NM (the radius of the compass rose)
+//   MsaRec             FloatValue(0..3) the cell's North, West, South, East,
+//                      FloatValue(4) the minimum safe altitude in feet
+//   ParkingRec::Value  heading of the parking position in whole degrees
+//   WorldShapeRec::Kind in worldpolygon.bin: 2 a lake (drawn in RIVER= after
+//                      the land); in worldline.bin: 2 a river
+//   AirspaceRec::Class the class text, see AirspaceClassOf
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Settings.h"
+#include "database/NavDatabase.h"
+#include "map/Declutter.h"
+#include "map/DrawTarget.h"
+#include "map/Viewport.h"
+#include "planning/FlightPlan.h"
+
+namespace orv {
+
+// ------------------------------------------------------------ layer switches
+
+// The map's toggles. Paired toggles carry the toolbar button's name (the
+// button's value is the truth, the menu entry copies it); the others carry
+// the menu entry's name. Round World lives in ViewState, as the projection
+// reads it.
+struct MapLayers {
+  bool btnAP = true;       // menuAirport: airports and everything on them
+  bool btnVor = true;      // MenuVOR
+  bool btnNdb = true;      // MenuNDB
+  bool btnIls = true;      // MenuILS
+  bool btnInter = false;   // MenuIntersection
+  bool btnFix = false;     // MenuGPSFix
+  bool btnUser = true;     // MenuUserWP
+  bool btnJet = false;     // MenuJet
+  bool btnVictor = false;  // MenuVictor
+  bool btnMsa = false;     // MenuMSA
+  bool btnMap = true;      // MenuCoastlines
+
+  // Airspace classes; three of them have buttons.
+  bool MenuADA = true;
+  bool MenuADIZ = true;
+  bool menuARTCC = true;
+  bool MenuACC = true;
+  bool MenuBZ = true;
+  bool btnAir1 = true;     // MenuCTA
+  bool btnCtrz = true;     // MenuCtrz
+  bool btnAir2 = true;     // menuFIR
+  bool MenuOCA = true;
+  bool menuRA = true;
+  bool menuTCA = true;
+  bool menuUIR = true;
+
+  bool MenuCompass = true;
+  bool MenuLatLong = true;
+
+  // Parts of the labels (btnFreq, btnIcao, btnName).
+  bool ShowFreq = false;
+  bool ShowIcao = true;
+  bool ShowName = false;
+
+  bool MenuTraceActive = false;  // "Show Track"
+  bool menuShowAlt = false;      // altitudes beside the track
+  bool MenuViolation = false;    // control zone violation watch
+};
+
+// The switch a name stands for: a control name ("MenuVOR", "btnVor",
+// "menuRoundWorld" is not here), a menu caption without its "&"
+// ("VOR", "Airports", "Control Zones", "LatLong"), or a button name; all
+// case-insensitive. nullptr for an unknown name.
+bool* FindLayerSwitch(MapLayers& layers, std::string_view name);
+// Every name FindLayerSwitch knows, for help texts.
+std::vector<std::string> LayerSwitchNames();
+
+// Airspace classes, numbered in the order of the airspace menu; 0 unknown.
+enum class AirspaceClass : uint8_t {
+  Unknown = 0, ADA, ADIZ, ARTCC, ACC, BZ, CTA, Ctrz, FIR, OCA, RA, TCA, UIR,
+};
+// The class of a record's Class text, trimmed and case-insensitive: the menu
+// names ("CTA", "FIR", ...), "CTR" and "CTZ" for control zones, "TMA" for a
+// terminal area, and the letters "A" to "E" (controlled airspace) as control
+// areas. Anything else is Unknown and drawn with the control areas.
+AirspaceClass AirspaceClassOf(std::string_view classText);
+
+// ------------------------------------------------------------ highlight
+
+// Kinds of HiliteKind.
+inline constexpr int kHiliteNone = 0;
+inline constexpr int kHiliteAirport = 1;
+inline constexpr int kHiliteVor = 2;
+inline constexpr int kHiliteNdb = 3;
+inline constexpr int kHiliteIls = 4;
+inline constexpr int kHiliteIntersection = 5;
+inline constexpr int kHiliteFix = 6;
+inline constexpr int kHiliteVictor = 7;
+inline constexpr int kHiliteJet = 8;
+
+// The object the hover logic or a search selected. Index is the array index
+// of the kind (the airway segment for 7 and 8); an ILS is named by its
+// airport in Index and its place in the airport's Ils list in SubIndex.
+struct MapHighlight {
+  int Kind = kHiliteNone;
+  int32_t Index = -1;
+  int32_t SubIndex = -1;
+};
+
+// ------------------------------------------------------------ live layers
+// Inputs of layers that later modules own. Empty by default: the pass then
+// draws nothing for them.
+
+struct SimMapState {
+  bool Connected = false;
+  float MagVar = 0;     // variation at the aircraft
+  float Lat = 0;
+  float Lon = 0;
+  int32_t ActiveLegRow = -1;  // the plan row the aircraft flies to
+};
+
+// One entry of the control zone monitor's list of active zones.
+struct ActiveZone {
+  int32_t AirspaceIndex = -1;
+  bool AircraftInside = false;
+};
+
+// One recorded sample of the track.
+struct TraceMapSample {
+  float Lat = 0;
+  float Lon = 0;
+  float Altitude = 0;  // feet
+};
+
+struct MapOverlays {
+  SimMapState Sim;
+  std::span<const ActiveZone> ActiveZones;
+  std::span<const TraceMapSample> Trace;
+  bool ReplayMode = false;
+  int32_t TraceAltThreshold = 1000;  // TRACEALT: altitudes are written above it
+  // The point set with the right mouse button; -500 when none.
+  float MapPointLat = -500;
+  float MapPointLon = 0;
+  // Online traffic, weather, oceanic tracks and recorded holdings: drawn by
+  // their modules' layers once they exist; nothing here yet.
+};
+
+// ------------------------------------------------------------ the pass
+
+struct MapScene {
+  ViewState& View;  // the head of the pass clamps CntrLat and sets the bounds
+  const Settings& Colours;
+  const MapLayers& Layers;
+  const NavDatabase& Db;
+  const FlightPlan& Plan;
+  MapHighlight Highlight{};
+  const MapOverlays* Overlays = nullptr;  // nullptr: all live layers empty
+};
+
+// WorldShapeRec kinds the pass tells apart.
+inline constexpr uint8_t kWorldLakeKind = 2;   // worldpolygon.bin: a lake
+inline constexpr uint8_t kWorldRiverKind = 2;  // worldline.bin: a river
+
+// Radius of the ILS markers by kind, and of the map point circle.
+inline constexpr int16_t kOuterMarkerRadius = 120;
+inline constexpr int16_t kMiddleMarkerRadius = 90;
+inline constexpr int16_t kInnerMarkerRadius = 60;
+// The length of an ILS feather, in NM on the ground.
+inline constexpr double kIlsFeatherNm = 10.0;
+// A leg longer than this many NM is drawn bent along its great circle.
+inline constexpr double kBendLegNm = 100.0;
+// At a label of 200 or more a VOR is its symbol below this label, a square above.
+inline constexpr int32_t kVorSymbolLimit = 400;
+
+// Metres per degree of latitude, for runway sizes.
+inline constexpr double kMetresPerDegree = 111130.556;
+// A runway length in feet as surface units: whole metres (cut), at Scaling.
+double RunwayUnits(double feet, int32_t scaling);
+
+class MapRenderer {
+public:
+  MapRenderer() = default;
+
+  // The whole pass onto map, then the copy into backBuffer when given.
+  void DrawMap(const MapScene& scene, DrawTarget& map, DrawTarget* backBuffer = nullptr);
+
+  // The status texts the pass leaves for MapStatus(2) and MapStatus(3).
+  const std::string& MagVarStatus() const { return magVarStatus_; }
+  const std::string& PositionStatus() const { return positionStatus_; }
+
+  // The declutter grid of the last pass (hover logic reads nothing else).
+  const Declutter& Grid() const { return declutter_; }
+
+private:
+  struct Pass;
+  friend struct Pass;
+
+  Declutter declutter_;
+  std::vector<DrawPoint> points_;       // projected shape points
+  std::vector<uint8_t> onVictor_;       // per intersection slot: on a victor airway
+  std::vector<uint8_t> onJet_;          // per intersection slot: on a jet airway
+  const void* airwayFlagsFor_ = nullptr;
+  std::size_t airwayFlagsSizes_[3] = {};
+  std::string text_;                    // label scratch
+  std::string text2_;
+  std::string magVarStatus_;
+  std::string positionStatus_;
+};
+
+}  // namespace orv

@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <fstream>
+#include <sstream>
+
+#include "cli/Cli.h"
+#include "support/SmallWorldFolder.h"
+#include "support/TempDir.h"
+
+namespace orv::cli {
+namespace {
+
+struct Outcome {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+Outcome RunCli(const Args& args) {
+  std::ostringstream out, err;
+  int code = Run(args, out, err);
+  return {code, out.str(), err.str()};
+}
+
+class CmdRenderTest : public ::testing::Test {
+protected:
+  CmdRenderTest() { test::WriteSmallWorldFolder(dir.Path()); }
+  std::string Root() const { return dir.Path().string(); }
+  std::string Out(const char* name) const { return (dir.Path() / name).string(); }
+  test::TempDir dir;
+};
+
+TEST_F(CmdRenderTest, WritesAPngOfTheAskedSizeCentredOnAnAirport) {
+  const std::string png = Out("map.png");
+  Outcome r = RunCli({"--appdir", Root(), "render", "--center", "edxx", "--range", "30", "--size", "400x300",
+                      "--layers", "VOR=off,Airports=on,btnNdb=0", "--out", png});
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_NE(r.out.find("rendered "), std::string::npos);
+  EXPECT_NE(r.out.find("MagVar: "), std::string::npos);
+  QImage image(QString::fromStdString(png));
+  ASSERT_FALSE(image.isNull());
+  EXPECT_EQ(image.width(), 400);
+  EXPECT_EQ(image.height(), 300);
+  // The corner shows the land fill or the background, never white.
+  EXPECT_NE(image.pixel(1, 1), qRgb(255, 255, 255));
+}
+
+TEST_F(CmdRenderTest, WritesAnSvgAtAPosition) {
+  const std::string svg = Out("map.svg");
+  Outcome r = RunCli({"--appdir", Root(), "render", "--center", "50.0,8.0", "--range", "100", "--size", "320x200",
+                      "--round-world", "--out", svg});
+  ASSERT_EQ(r.code, 0) << r.err;
+  std::ifstream in(svg);
+  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  EXPECT_NE(text.find("<svg"), std::string::npos);
+  EXPECT_NE(text.find("</svg>"), std::string::npos);
+}
+
+TEST_F(CmdRenderTest, RefusesBadArguments) {
+  const std::string png = Out("x.png");
+  Outcome r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--range", "25", "--out", png});
+  EXPECT_EQ(r.code, 2);
+  EXPECT_NE(r.err.find("--range must be a zoom step label"), std::string::npos);
+  r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--layers", "Radar=on", "--out", png});
+  EXPECT_EQ(r.code, 2);
+  EXPECT_NE(r.err.find("unknown layer 'Radar'"), std::string::npos);
+  EXPECT_NE(r.err.find("MenuVOR"), std::string::npos);
+  r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--layers", "VOR=maybe", "--out", png});
+  EXPECT_EQ(r.code, 2);
+  r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--out", Out("x.gif")});
+  EXPECT_EQ(r.code, 2);
+  r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--size", "10x10", "--out", png});
+  EXPECT_EQ(r.code, 2);
+  r = RunCli({"--appdir", Root(), "render", "--center", "ZZZZ", "--out", png});
+  EXPECT_EQ(r.code, 1);
+  EXPECT_NE(r.err.find("no airport 'ZZZZ'"), std::string::npos);
+  r = RunCli({"--appdir", Root(), "render", "--out", png});
+  EXPECT_EQ(r.code, 2);
+}
+
+}  // namespace
+}  // namespace orv::cli
