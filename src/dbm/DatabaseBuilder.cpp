@@ -259,7 +259,14 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
     }
     order.push_back(&a);
   }
-  std::sort(order.begin(), order.end(), [](const SrcAirport* x, const SrcAirport* y) { return UCase(x->Icao) < UCase(y->Icao); });
+  // Sorted by the upper-case code, worked out once per airport.
+  {
+    std::vector<std::pair<std::string, const SrcAirport*>> keyed;
+    keyed.reserve(order.size());
+    for (const SrcAirport* a : order) keyed.emplace_back(UCase(a->Icao), a);
+    std::sort(keyed.begin(), keyed.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
+    for (std::size_t i = 0; i < keyed.size(); ++i) order[i] = keyed[i].second;
+  }
 
   // The ILS family of nav.dat, grouped by airport.
   std::unordered_map<std::string, std::vector<const SrcNavaid*>> ilsOf, gsOf;
