@@ -90,35 +90,48 @@ void WriteLink(ByteWriter& w, const AirwayLinkRec& link) {
   w.Text(link.Mea2.View(), 5);
 }
 
-std::optional<std::string> ParseAirwayFile(std::string_view file, const uint8_t* data, std::size_t size,
-                                           std::vector<AirwayRec>& out) {
-  out.clear();
-  out.reserve(size / kAirwaySizingDivisor + 2);
+// Walks a file of fixed-size records to its end: a record cut short is a
+// fault, a record whose byte at emptyOffset is NUL is an empty slot passed
+// over, and every other record is handed to read(in, recordNo, start), which
+// reads exactly one record and returns a fault or nothing.
+template <typename ReadRecord>
+std::optional<std::string> ForEachRecord(std::string_view file, const uint8_t* data, std::size_t size,
+                                         std::size_t recordSize, std::size_t emptyOffset, ReadRecord read) {
   ByteReader in(data, size);
   std::size_t recordNo = 0;
   while (!in.AtEnd()) {
     ++recordNo;
     const std::size_t start = in.Pos();
-    if (!in.Has(kAirwaySegmentRecordSize))
-      return Fault(file, recordNo, start, CutShort(in.Remaining(), kAirwaySegmentRecordSize));
-    if (data[start] == 0) {
-      in.Skip(kAirwaySegmentRecordSize);
+    if (!in.Has(recordSize)) return Fault(file, recordNo, start, CutShort(in.Remaining(), recordSize));
+    if (data[start + emptyOffset] == 0) {
+      in.Skip(recordSize);
       continue;
     }
-    AirwayRec rec;
-    rec.Name = FixedStr<8>(TrimView(in.Raw(8)));
-    rec.FromIndex = in.I32();
-    rec.ToIndex = in.I32();
-    rec.Value = in.F32();
-    rec.Mea1 = AltitudeText(in.Raw(5));
-    rec.Mea2 = AltitudeText(in.Raw(5));
-    if (!IsIntersectionIndex(rec.FromIndex))
-      return Fault(file, recordNo, start, "from index " + std::to_string(rec.FromIndex) + " is " + IndexRange());
-    if (!IsIntersectionIndex(rec.ToIndex))
-      return Fault(file, recordNo, start, "to index " + std::to_string(rec.ToIndex) + " is " + IndexRange());
-    out.push_back(rec);
+    if (auto fault = read(in, recordNo, start)) return fault;
   }
   return std::nullopt;
+}
+
+std::optional<std::string> ParseAirwayFile(std::string_view file, const uint8_t* data, std::size_t size,
+                                           std::vector<AirwayRec>& out) {
+  out.clear();
+  out.reserve(size / kAirwaySizingDivisor + 2);
+  return ForEachRecord(file, data, size, kAirwaySegmentRecordSize, 0,
+                       [&](ByteReader& in, std::size_t recordNo, std::size_t start) -> std::optional<std::string> {
+      AirwayRec rec;
+      rec.Name = FixedStr<8>(TrimView(in.Raw(8)));
+      rec.FromIndex = in.I32();
+      rec.ToIndex = in.I32();
+      rec.Value = in.F32();
+      rec.Mea1 = AltitudeText(in.Raw(5));
+      rec.Mea2 = AltitudeText(in.Raw(5));
+      if (!IsIntersectionIndex(rec.FromIndex))
+        return Fault(file, recordNo, start, "from index " + std::to_string(rec.FromIndex) + " is " + IndexRange());
+      if (!IsIntersectionIndex(rec.ToIndex))
+        return Fault(file, recordNo, start, "to index " + std::to_string(rec.ToIndex) + " is " + IndexRange());
+      out.push_back(rec);
+      return std::nullopt;
+      });
 }
 
 }  // namespace
@@ -324,29 +337,21 @@ std::optional<std::string> ParseFixesFile(const uint8_t* data, std::size_t size,
   constexpr std::string_view kFile = "fixes.orv";
   out.Fixes.clear();
   out.Fixes.reserve(size / kFixSizingDivisor + 2);
-  ByteReader in(data, size);
-  std::size_t recordNo = 0;
-  while (!in.AtEnd()) {
-    ++recordNo;
-    const std::size_t start = in.Pos();
-    if (!in.Has(kFixRecordSize)) return Fault(kFile, recordNo, start, CutShort(in.Remaining(), kFixRecordSize));
-    if (data[start + kFixIdentOffset] == 0) {
-      in.Skip(kFixRecordSize);
-      continue;
-    }
-    FixRec rec;
-    in.Text(rec.Country, 2);
-    in.Text(rec.Ident, 5);
-    in.Text(rec.Name, 25);
-    rec.Lat = in.F32();
-    rec.Lon = in.F32();
-    in.F32();  // stored variation, replaced from the grid
-    rec.Value = in.F32();
-    if (auto fault = PositionFault(rec.Lat, rec.Lon)) return Fault(kFile, recordNo, start, *fault);
-    rec.MagVar = VariationAt(grid, rec.Lat, rec.Lon);
-    out.Fixes.push_back(rec);
-  }
-  return std::nullopt;
+  return ForEachRecord(kFile, data, size, kFixRecordSize, kFixIdentOffset,
+                       [&](ByteReader& in, std::size_t recordNo, std::size_t start) -> std::optional<std::string> {
+      FixRec rec;
+      in.Text(rec.Country, 2);
+      in.Text(rec.Ident, 5);
+      in.Text(rec.Name, 25);
+      rec.Lat = in.F32();
+      rec.Lon = in.F32();
+      in.F32();  // stored variation, replaced from the grid
+      rec.Value = in.F32();
+      if (auto fault = PositionFault(rec.Lat, rec.Lon)) return Fault(kFile, recordNo, start, *fault);
+      rec.MagVar = VariationAt(grid, rec.Lat, rec.Lon);
+      out.Fixes.push_back(rec);
+      return std::nullopt;
+      });
 }
 
 std::vector<uint8_t> BuildFixesFile(const std::vector<FixRec>& fixes) {
@@ -371,33 +376,25 @@ std::optional<std::string> ParseVorFile(const uint8_t* data, std::size_t size,
   constexpr std::string_view kFile = "vor.orv";
   out.Vors.clear();
   out.Vors.reserve(size / kVorSizingDivisor + 2);
-  ByteReader in(data, size);
-  std::size_t recordNo = 0;
-  while (!in.AtEnd()) {
-    ++recordNo;
-    const std::size_t start = in.Pos();
-    if (!in.Has(kVorRecordSize)) return Fault(kFile, recordNo, start, CutShort(in.Remaining(), kVorRecordSize));
-    if (data[start] == 0) {
-      in.Skip(kVorRecordSize);
-      continue;
-    }
-    VorRec rec;
-    in.Text(rec.Ident, 10);
-    in.Text(rec.Name, 20);
-    rec.Lat = in.F32();
-    rec.Lon = in.F32();
-    rec.Frequency = in.F32();
-    in.F32();  // stored variation, replaced from the grid
-    rec.Value = in.F32();
-    rec.TypeCode = in.I16();
-    rec.Value2 = in.I16();
-    rec.Value3 = in.I16();
-    if (auto fault = PositionFault(rec.Lat, rec.Lon)) return Fault(kFile, recordNo, start, *fault);
-    rec.MagVar = VariationAt(grid, rec.Lat, rec.Lon);
-    rec.TypeName = VorTypeName(rec.TypeCode);
-    out.Vors.push_back(rec);
-  }
-  return std::nullopt;
+  return ForEachRecord(kFile, data, size, kVorRecordSize, 0,
+                       [&](ByteReader& in, std::size_t recordNo, std::size_t start) -> std::optional<std::string> {
+      VorRec rec;
+      in.Text(rec.Ident, 10);
+      in.Text(rec.Name, 20);
+      rec.Lat = in.F32();
+      rec.Lon = in.F32();
+      rec.Frequency = in.F32();
+      in.F32();  // stored variation, replaced from the grid
+      rec.Value = in.F32();
+      rec.TypeCode = in.I16();
+      rec.Value2 = in.I16();
+      rec.Value3 = in.I16();
+      if (auto fault = PositionFault(rec.Lat, rec.Lon)) return Fault(kFile, recordNo, start, *fault);
+      rec.MagVar = VariationAt(grid, rec.Lat, rec.Lon);
+      rec.TypeName = VorTypeName(rec.TypeCode);
+      out.Vors.push_back(rec);
+      return std::nullopt;
+      });
 }
 
 std::vector<uint8_t> BuildVorFile(const std::vector<VorRec>& vors) {
@@ -425,31 +422,23 @@ std::optional<std::string> ParseNdbFile(const uint8_t* data, std::size_t size,
   constexpr std::string_view kFile = "ndb.orv";
   out.Ndbs.clear();
   out.Ndbs.reserve(size / kNdbSizingDivisor + 2);
-  ByteReader in(data, size);
-  std::size_t recordNo = 0;
-  while (!in.AtEnd()) {
-    ++recordNo;
-    const std::size_t start = in.Pos();
-    if (!in.Has(kNdbRecordSize)) return Fault(kFile, recordNo, start, CutShort(in.Remaining(), kNdbRecordSize));
-    if (data[start] == 0) {
-      in.Skip(kNdbRecordSize);
-      continue;
-    }
-    NdbRec rec;
-    in.Text(rec.Ident, 10);
-    in.Text(rec.Name, 20);
-    rec.Lat = in.F32();
-    rec.Lon = in.F32();
-    rec.Frequency = in.F32();
-    in.F32();  // stored variation, replaced from the grid
-    rec.Value = in.F32();
-    in.Text(rec.TypeText, 3);
-    if (auto fault = PositionFault(rec.Lat, rec.Lon)) return Fault(kFile, recordNo, start, *fault);
-    rec.MagVar = VariationAt(grid, rec.Lat, rec.Lon);
-    rec.TypeName = NdbTypeName(rec.TypeText);
-    out.Ndbs.push_back(rec);
-  }
-  return std::nullopt;
+  return ForEachRecord(kFile, data, size, kNdbRecordSize, 0,
+                       [&](ByteReader& in, std::size_t recordNo, std::size_t start) -> std::optional<std::string> {
+      NdbRec rec;
+      in.Text(rec.Ident, 10);
+      in.Text(rec.Name, 20);
+      rec.Lat = in.F32();
+      rec.Lon = in.F32();
+      rec.Frequency = in.F32();
+      in.F32();  // stored variation, replaced from the grid
+      rec.Value = in.F32();
+      in.Text(rec.TypeText, 3);
+      if (auto fault = PositionFault(rec.Lat, rec.Lon)) return Fault(kFile, recordNo, start, *fault);
+      rec.MagVar = VariationAt(grid, rec.Lat, rec.Lon);
+      rec.TypeName = NdbTypeName(rec.TypeText);
+      out.Ndbs.push_back(rec);
+      return std::nullopt;
+      });
 }
 
 std::vector<uint8_t> BuildNdbFile(const std::vector<NdbRec>& ndbs) {
