@@ -94,6 +94,15 @@ constexpr MenuEntry kEntries[] = {
 
     {"MenuZoom", "", "&Zoom", K::Heading, ""},
     {"menuAutozoom", "MenuZoom", "&Autozoom", K::Toggle, ""},
+    {"Menu3NM", "MenuZoom", "&3 NM", K::Command, ""},
+    {"Menu10NM", "MenuZoom", "1&0 NM", K::Command, ""},
+    {"Menu30NM", "MenuZoom", "3&0 NM", K::Command, ""},
+    {"Menu50NM", "MenuZoom", "&50 NM", K::Command, ""},
+    {"Menu100NM", "MenuZoom", "&100 NM", K::Command, ""},
+    {"Menu200NM", "MenuZoom", "&200 NM", K::Command, ""},
+    {"Menu400NM", "MenuZoom", "&400 NM", K::Command, ""},
+    {"Menu800NM", "MenuZoom", "&800 NM", K::Command, ""},
+    {"Menu2000NM", "MenuZoom", "2000 &NM", K::Command, ""},
 
     {"menuLogbook", "", "&Logbook", K::Heading, ""},
     {"menuAutolog", "menuLogbook", "&AutoLog", K::Toggle, ""},

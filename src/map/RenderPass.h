@@ -31,6 +31,7 @@
 #include <vector>
 
 #include "core/Settings.h"
+#include "database/FrmFind.h"
 #include "database/NavDatabase.h"
 #include "map/Declutter.h"
 #include "map/DrawTarget.h"
@@ -107,14 +108,7 @@ AirspaceClass AirspaceClassOf(std::string_view classText);
 
 // Kinds of HiliteKind.
 inline constexpr int kHiliteNone = 0;
-inline constexpr int kHiliteAirport = 1;
-inline constexpr int kHiliteVor = 2;
-inline constexpr int kHiliteNdb = 3;
-inline constexpr int kHiliteIls = 4;
-inline constexpr int kHiliteIntersection = 5;
-inline constexpr int kHiliteFix = 6;
-inline constexpr int kHiliteVictor = 7;
-inline constexpr int kHiliteJet = 8;
+// kHiliteAirport (1) to kHiliteJet (8) are the search's kinds (FrmFind.h).
 
 // The object the hover logic or a search selected. Index is the array index
 // of the kind (the airway segment for 7 and 8); an ILS is named by its

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QTimer>
+#include <cstdlib>
 
 #include "core/Settings.h"
 #include "core/Startup.h"
@@ -10,6 +12,8 @@
 #include "ui/AirportSelectWindow.h"
 #include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
+#include "ui/MapWidget.h"
+#include "ui/MapWindow.h"
 #include "ui/SplashWindow.h"
 #include "ui/UserWaypointWindow.h"
 
@@ -91,7 +95,12 @@ bool Program::Start() {
 void Program::ShowFirstWindow() {
   main_ = std::make_unique<MainWindow>();
   main_->onMenu = [this](const std::string& name) { OnMenu(name); };
+  // The map surface takes the saved position and zoom step before the
+  // window first shows.
+  mapWindow_ = new MapWindow(*main_, state_, db_, plan_, view_, ui_);
+  LoadView(view_, view_.CntrLat, view_.CntrLon, state_.Config.Scale, *mapWindow_);
   main_->onClose = [this] {
+    mapWindow_->Unload();
     // The user waypoints are saved by their window's unload; the airport
     // selection is a window of its own and would keep the program alive.
     if (userWindow_ && userWindow_->isVisible()) userWindow_->close();
@@ -100,6 +109,22 @@ void Program::ShowFirstWindow() {
   };
   ui_.SetParent(main_.get());
   ui_.RegisterWindow("OVRMap", main_.get());
+  // ORV_SCREENSHOT=file.png: the window's picture is saved after its first
+  // paint and the program ends (for documentation pictures).
+  if (const char* shot = std::getenv("ORV_SCREENSHOT"); shot && *shot) {
+    const QString path = QString::fromLocal8Bit(shot);
+    // Centred on the first airport, so that the picture shows a chart.
+    if (!db_.Airports.Airports.empty()) {
+      const AirportRec& a = db_.Airports.Airports.front();
+      LoadView(view_, a.Lat, a.Lon, state_.Config.Scale, *mapWindow_);
+    }
+    mapWindow_->Map()->onFirstPaint = [this, path] {
+      QTimer::singleShot(300, main_.get(), [this, path] {
+        main_->grab().save(path);
+        QCoreApplication::quit();
+      });
+    };
+  }
   if (state_.Config.MapWin == 2)
     main_->showMaximized();
   else
@@ -141,7 +166,7 @@ void Program::CentreMap(float lat, float lon) {
   view_.CntrLon = lon;
   view_.CurrentLat = lat;
   view_.CurrentLon = lon;
-  if (main_) main_->update();
+  if (mapWindow_) mapWindow_->DrawMap();
 }
 
 void Program::SaveSettings() {
@@ -150,6 +175,7 @@ void Program::SaveSettings() {
 }
 
 void Program::OnMenu(const std::string& name) {
+  if (mapWindow_ && mapWindow_->HandleMenu(name)) return;
   if (name == "MenuExit") main_->close();
   else if (name == "MenuFindObject") OpenFind();
   else if (name == "MenuSelectAP") OpenAirportSelection();

@@ -21,6 +21,7 @@ namespace orv::ui {
 class AirportSelectWindow;
 class FindWindow;
 class MainWindow;
+class MapWindow;
 class SplashWindow;
 class UserWaypointWindow;
 
@@ -39,6 +40,7 @@ public:
   AppState& State() { return state_; }
   NavDatabase& Database() { return db_; }
   MainWindow* Main() { return main_.get(); }
+  MapWindow* Map() { return mapWindow_; }
   FlightPlan& Plan() { return plan_; }
   ViewState& View() { return view_; }
 
@@ -61,6 +63,7 @@ private:
   QtUi ui_;
   std::unique_ptr<SplashWindow> splash_;
   std::unique_ptr<MainWindow> main_;
+  MapWindow* mapWindow_ = nullptr;  // owned by main_
   std::string firstWindow_;
   FlightPlan plan_;
   ViewState view_;

@@ -1,0 +1,130 @@
+#include "ui/MapWidget.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QRubberBand>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "mapqt/MapPicture.h"
+
+namespace orv::ui {
+
+int KeyCodeOf(int qtKey, bool keypad) {
+  switch (qtKey) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Space: return 32;
+    case Qt::Key_PageUp: return 33;
+    case Qt::Key_PageDown: return 34;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Delete: return 46;
+    case Qt::Key_I: return 73;
+    case Qt::Key_Plus: return keypad ? 107 : 187;
+    case Qt::Key_Equal: return 187;  // the main keyboard's plus key, unshifted
+    case Qt::Key_Minus: return keypad ? 109 : 189;
+    default: return 0;
+  }
+}
+
+MapWidget::MapWidget(MapSources sources, const QtFontSet& fonts, QWidget* parent)
+    : QWidget(parent), src_(sources), fonts_(fonts) {
+  setObjectName("Map");
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMinimumSize(64, 64);
+}
+
+MapWidget::~MapWidget() = default;
+
+const QImage& MapWidget::Picture() const {
+  static const QImage kNone;
+  return map_ ? map_->Image() : kNone;
+}
+
+void MapWidget::EnsureTargets() {
+  const int w = std::max(1, width());
+  const int h = std::max(1, height());
+  if (map_ && map_->PixelWidth() == w && map_->PixelHeight() == h) return;
+  map_ = std::make_unique<QPainterTarget>(fonts_, w, h);
+  back_ = std::make_unique<QPainterTarget>(fonts_, w, h);
+  PrepareSurface();
+}
+
+void MapWidget::PrepareSurface() {
+  if (!map_) return;
+  PrepareMapPicture(*map_, src_.View, src_.View.ZoomIndex);
+  back_->SetScaleWidth(map_->ScaleWidth());
+  back_->SetScaleHeight(map_->ScaleHeight());
+}
+
+void MapWidget::Redraw() {
+  EnsureTargets();
+  MapScene scene{src_.View, src_.Colours, src_.Layers, src_.Db, src_.Plan};
+  renderer_.DrawMap(scene, *map_, back_.get());
+  ++passes_;
+  dirty_ = false;
+  update();
+}
+
+void MapWidget::paintEvent(QPaintEvent*) {
+  if (dirty_ || !map_) Redraw();
+  QPainter p(this);
+  p.drawImage(0, 0, map_->Image());
+  if (!painted_) {
+    painted_ = true;
+    if (onFirstPaint) onFirstPaint();
+  }
+}
+
+void MapWidget::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  EnsureTargets();
+  dirty_ = true;
+  if (onResized) onResized();
+}
+
+void MapWidget::keyPressEvent(QKeyEvent* event) {
+  const int code = KeyCodeOf(event->key(), event->modifiers() & Qt::KeypadModifier);
+  if (code != 0 && onKey) {
+    onKey(code);
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+void MapWidget::wheelEvent(QWheelEvent* event) {
+  if (onWheel) onWheel(event->angleDelta().y());
+  event->accept();
+}
+
+void MapWidget::mousePressEvent(QMouseEvent* event) {
+  setFocus();
+  if (event->button() != Qt::LeftButton) return;
+  pressed_ = true;
+  pressAt_ = event->position().toPoint();
+  if (!band_) band_ = new QRubberBand(QRubberBand::Rectangle, this);
+  band_->setGeometry(QRect(pressAt_, QSize()));
+}
+
+void MapWidget::mouseMoveEvent(QMouseEvent* event) {
+  if (!pressed_ || !band_) return;
+  band_->setGeometry(QRect(pressAt_, event->position().toPoint()).normalized());
+  band_->show();
+}
+
+void MapWidget::mouseReleaseEvent(QMouseEvent* event) {
+  if (!pressed_ || event->button() != Qt::LeftButton) return;
+  pressed_ = false;
+  if (band_) band_->hide();
+  const QPoint end = event->position().toPoint();
+  if (onBand)
+    onBand(pressAt_.x() * kTwipsPerPixel, pressAt_.y() * kTwipsPerPixel, end.x() * kTwipsPerPixel,
+           end.y() * kTwipsPerPixel);
+}
+
+}  // namespace orv::ui

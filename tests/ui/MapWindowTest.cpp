@@ -1,0 +1,156 @@
+// The main window's map side on the offscreen platform with the small world:
+// the chart is drawn, the toggle buttons and the menu keep each other's
+// state, the status line shows the zoom label, and the keys reach the view.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTableView>
+#include <QToolBar>
+#include <cstdlib>
+
+#include "support/ScriptedUi.h"
+#include "support/SmallWorld.h"
+#include "support/TempDir.h"
+#include "ui/MainWindow.h"
+#include "ui/MapWidget.h"
+#include "ui/MapWindow.h"
+
+namespace orv::ui {
+namespace {
+
+struct MapFixture {
+  test::TempDir dir;
+  AppState state{AppFolder(dir.Path().string())};
+  NavDatabase db;
+  FlightPlan plan;
+  ViewState view;
+  test::ScriptedUi ui;
+  MainWindow window;
+  MapWindow* map = nullptr;
+
+  MapFixture() {
+    test::BuildSmallWorld(db);
+    view.CntrLat = 50.0f;
+    view.CntrLon = 8.0f;
+    map = new MapWindow(window, state, db, plan, view, ui);
+    window.onMenu = [this](const std::string& name) { map->HandleMenu(name); };
+    window.resize(900, 650);
+    window.show();
+    QApplication::processEvents();
+  }
+};
+
+// Pixels that differ from the top-left corner's colour (the background).
+int ChartPixels(const QImage& image) {
+  const QRgb background = image.pixel(0, 0);
+  int n = 0;
+  for (int y = 0; y < image.height(); y += 2)
+    for (int x = 0; x < image.width(); x += 2)
+      if (image.pixel(x, y) != background) ++n;
+  return n;
+}
+
+QAction* Button(MapWindow& m, const char* name) {
+  for (QAction* a : m.ToggleBar()->actions())
+    if (a->objectName() == name) return a;
+  return nullptr;
+}
+
+TEST(MapWindow, DrawsTheSmallWorldAndShowsTheZoomLabel) {
+  MapFixture f;
+  f.map->DrawMap();
+  const QImage& picture = f.map->Map()->Picture();
+  ASSERT_FALSE(picture.isNull());
+  EXPECT_EQ(picture.size(), f.map->Map()->size());
+  EXPECT_GT(ChartPixels(picture), 200);
+  EXPECT_TRUE(f.view.MapReady);
+  EXPECT_EQ(f.map->Status(1)->text(), "30NM");
+  EXPECT_TRUE(f.map->Status(2)->text().startsWith("MagVar: "));
+  EXPECT_TRUE(f.ui.Messages().empty());
+  // ORV_SCREENSHOT=file.png keeps the window's picture (the README's).
+  if (const char* shot = std::getenv("ORV_SCREENSHOT"); shot && *shot) {
+    f.map->Layers().btnVictor = true;
+    f.map->Layers().ShowName = true;
+    f.map->DrawMap();
+    EXPECT_TRUE(f.window.grab().save(QString::fromLocal8Bit(shot)));
+  }
+}
+
+TEST(MapWindow, ToggleButtonAndMenuEntryStayInStep) {
+  MapFixture f;
+  QAction* button = Button(*f.map, "btnAP");
+  QAction* menu = f.window.Action("menuAirport");
+  ASSERT_NE(button, nullptr);
+  ASSERT_NE(menu, nullptr);
+  EXPECT_TRUE(button->isChecked());
+  EXPECT_TRUE(menu->isChecked());
+  const int before = f.map->Map()->Passes();
+  button->trigger();  // the button goes up
+  EXPECT_FALSE(f.map->Layers().btnAP);
+  EXPECT_FALSE(menu->isChecked());
+  EXPECT_GT(f.map->Map()->Passes(), before);
+  menu->trigger();  // the menu flips the button back down
+  EXPECT_TRUE(f.map->Layers().btnAP);
+  EXPECT_TRUE(button->isChecked());
+  EXPECT_TRUE(menu->isChecked());
+
+  f.window.Action("MenuCtrz")->trigger();
+  EXPECT_FALSE(Button(*f.map, "btnCtrz")->isChecked());
+  EXPECT_FALSE(f.map->Layers().btnCtrz);
+
+  f.window.Action("MenuShowPlan")->trigger();
+  EXPECT_TRUE(f.map->Toggles().MenuShowPlan);
+  EXPECT_TRUE(f.map->PlanTable()->isVisible());
+}
+
+TEST(MapWindow, KeysZoomAndTheWheelWaitsForMouseZoom) {
+  MapFixture f;
+  MapWidget* m = f.map->Map();
+  QKeyEvent pageDown(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+  QApplication::sendEvent(m, &pageDown);
+  EXPECT_EQ(f.view.ZoomIndex, 5);
+  EXPECT_EQ(f.map->Status(1)->text(), "20NM");
+  QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(m, &wheel);
+  EXPECT_EQ(f.view.ZoomIndex, 5);  // MZOOM is off by default
+  f.state.Config.MZoom = 1;
+  QApplication::sendEvent(m, &wheel);
+  EXPECT_EQ(f.view.ZoomIndex, 4);
+  f.window.Action("Menu800NM")->trigger();
+  EXPECT_EQ(f.view.ZoomIndex, 17);
+}
+
+TEST(MapWindow, MaximisingTheReducedWindowSnapsBackWithOneMessage) {
+  MapFixture f;
+  f.map->SetReduced(true);
+  f.window.showMaximized();
+  QApplication::processEvents();
+  EXPECT_EQ(f.ui.Messages(), (std::vector<std::string>{"You cannot maximize the reduced window!"}));
+  EXPECT_FALSE(f.window.isMaximized());
+  EXPECT_FALSE(f.window.Action("MenuFlightplan")->isVisible());
+}
+
+TEST(MapWindow, UnloadWritesTheToggleKeys) {
+  MapFixture f;
+  f.window.Action("MenuCompass")->trigger();
+  f.map->Unload();
+  EXPECT_EQ(f.state.Config.CompMenu, 0);
+  EXPECT_FALSE(f.view.MapReady);
+}
+
+TEST(MapWindow, KeyCodes) {
+  EXPECT_EQ(KeyCodeOf(Qt::Key_PageUp, false), 33);
+  EXPECT_EQ(KeyCodeOf(Qt::Key_Plus, true), 107);
+  EXPECT_EQ(KeyCodeOf(Qt::Key_Plus, false), 187);
+  EXPECT_EQ(KeyCodeOf(Qt::Key_Minus, true), 109);
+  EXPECT_EQ(KeyCodeOf(Qt::Key_Minus, false), 189);
+  EXPECT_EQ(KeyCodeOf(Qt::Key_Escape, false), 27);
+  EXPECT_EQ(KeyCodeOf(Qt::Key_A, false), 0);
+}
+
+}  // namespace
+}  // namespace orv::ui
