@@ -113,11 +113,19 @@ void Program::ShowFirstWindow() {
   // paint and the program ends (for documentation pictures).
   if (const char* shot = std::getenv("ORV_SCREENSHOT"); shot && *shot) {
     const QString path = QString::fromLocal8Bit(shot);
-    // Centred on the first airport, so that the picture shows a chart.
-    if (!db_.Airports.Airports.empty()) {
-      const AirportRec& a = db_.Airports.Airports.front();
-      LoadView(view_, a.Lat, a.Lon, state_.Config.Scale, *mapWindow_);
+    // Centred on the airport ORV_SCREENSHOT_AT names, else on the first
+    // one, so that the picture shows a chart.
+    const char* at = std::getenv("ORV_SCREENSHOT_AT");
+    const AirportRec* centre = nullptr;
+    for (const AirportRec& a : db_.Airports.Airports) {
+      if (!IsAirportSlotUsed(a)) continue;
+      if (!centre) centre = &a;
+      if (at && a.Icao.Trimmed() == at) {
+        centre = &a;
+        break;
+      }
     }
+    if (centre) LoadView(view_, centre->Lat, centre->Lon, state_.Config.Scale, *mapWindow_);
     mapWindow_->Map()->onFirstPaint = [this, path] {
       QTimer::singleShot(300, main_.get(), [this, path] {
         main_->grab().save(path);
