@@ -50,6 +50,18 @@ void DrawTarget::Line(double x1, double y1, double x2, double y2, LineShape shap
   currentY_ = y2;
 }
 
+void DrawTarget::Lines(const DrawSegment* segments, std::size_t count, Colour colour) {
+  if (count == 0) return;
+  DoLines(segments, count, Resolve(colour));
+  currentX_ = segments[count - 1].X2;
+  currentY_ = segments[count - 1].Y2;
+}
+
+void DrawTarget::DoLines(const DrawSegment* segments, std::size_t count, Colour colour) {
+  for (std::size_t i = 0; i < count; ++i)
+    DoLine(segments[i].X1, segments[i].Y1, segments[i].X2, segments[i].Y2, LineShape::Line, colour);
+}
+
 void DrawTarget::Circle(double x, double y, double radius, Colour colour) {
   DoCircle(x, y, radius, Resolve(colour), false, 0, 0, 1.0);
   currentX_ = x;

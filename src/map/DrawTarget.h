@@ -77,6 +77,14 @@ struct DrawPoint {
   float Y = 0;
 };
 
+// One straight line of a batch, in user units.
+struct DrawSegment {
+  double X1 = 0;
+  double Y1 = 0;
+  double X2 = 0;
+  double Y2 = 0;
+};
+
 // The font every target starts with, as the runtime's picture boxes do.
 inline constexpr std::string_view kDefaultFontName = "MS Sans Serif";
 inline constexpr float kDefaultFontSize = 8.25f;
@@ -94,6 +102,15 @@ public:
   // CurrentX, CurrentY at (x2, y2).
   void Line(double x1, double y1, double x2, double y2, LineShape shape = LineShape::Line,
             Colour colour = kForeColour);
+
+  // Many separate lines in one colour, the same picture as one Line call per
+  // segment in order; a device may draw them in one go (a chart's airways
+  // are tens of thousands of them). Leaves CurrentX, CurrentY at the end of
+  // the last segment.
+  void Lines(const DrawSegment* segments, std::size_t count, Colour colour = kForeColour);
+  void Lines(std::span<const DrawSegment> segments, Colour colour = kForeColour) {
+    Lines(segments.data(), segments.size(), colour);
+  }
 
   // A circle of the given radius (in horizontal units), outlined in the
   // colour and filled by FillStyle/FillColor. Leaves CurrentX, CurrentY at
@@ -202,6 +219,8 @@ protected:
 
   // The single operations. Colours arrive resolved (never kForeColour).
   virtual void DoLine(double x1, double y1, double x2, double y2, LineShape shape, Colour colour) = 0;
+  // The batch form; by default one DoLine per segment.
+  virtual void DoLines(const DrawSegment* segments, std::size_t count, Colour colour);
   virtual void DoCircle(double x, double y, double radius, Colour colour, bool isArc, double start,
                         double end, double aspect) = 0;
   virtual void DoPSet(double x, double y, Colour colour) = 0;

@@ -127,22 +127,36 @@ std::string LonShortText(double lon) {
   return mark + Format(std::fabs(lon), "000");
 }
 
-// A point part of the way along the great circle from (lat1, lon1) to
-// (lat2, lon2); fraction 0 is the start, 1 the end.
-LatLon IntermediatePoint(double lat1, double lon1, double lat2, double lon2, double fraction) {
-  const double p1 = lat1 * kDegToRad, l1 = lon1 * kDegToRad;
-  const double p2 = lat2 * kDegToRad, l2 = lon2 * kDegToRad;
-  const double d = 2 * std::asin(std::sqrt(std::pow(std::sin((p1 - p2) / 2), 2) +
-                                           std::cos(p1) * std::cos(p2) * std::pow(std::sin((l1 - l2) / 2), 2)));
-  if (d == 0) return {static_cast<float>(lat1), static_cast<float>(lon1)};
-  const double a = std::sin((1 - fraction) * d) / std::sin(d);
-  const double b = std::sin(fraction * d) / std::sin(d);
-  const double x = a * std::cos(p1) * std::cos(l1) + b * std::cos(p2) * std::cos(l2);
-  const double y = a * std::cos(p1) * std::sin(l1) + b * std::cos(p2) * std::sin(l2);
-  const double z = a * std::sin(p1) + b * std::sin(p2);
-  return {static_cast<float>(std::atan2(z, std::sqrt(x * x + y * y)) / kDegToRad),
-          static_cast<float>(std::atan2(y, x) / kDegToRad)};
-}
+// Points part of the way along the great circle from (lat1, lon1) to
+// (lat2, lon2); fraction 0 is the start, 1 the end. The terms that do not
+// depend on the fraction are worked out once per leg: a long leg is drawn
+// in dozens of steps.
+struct GreatCircleSteps {
+  GreatCircleSteps(double lat1, double lon1, double lat2, double lon2)
+      : lat1(lat1), lon1(lon1), p1(lat1 * kDegToRad), l1(lon1 * kDegToRad), p2(lat2 * kDegToRad),
+        l2(lon2 * kDegToRad) {
+    d = 2 * std::asin(std::sqrt(std::pow(std::sin((p1 - p2) / 2), 2) +
+                                std::cos(p1) * std::cos(p2) * std::pow(std::sin((l1 - l2) / 2), 2)));
+    sinD = std::sin(d);
+    cosP1 = std::cos(p1), cosL1 = std::cos(l1), sinL1 = std::sin(l1), sinP1 = std::sin(p1);
+    cosP2 = std::cos(p2), cosL2 = std::cos(l2), sinL2 = std::sin(l2), sinP2 = std::sin(p2);
+  }
+
+  LatLon At(double fraction) const {
+    if (d == 0) return {static_cast<float>(lat1), static_cast<float>(lon1)};
+    const double a = std::sin((1 - fraction) * d) / sinD;
+    const double b = std::sin(fraction * d) / sinD;
+    const double x = a * cosP1 * cosL1 + b * cosP2 * cosL2;
+    const double y = a * cosP1 * sinL1 + b * cosP2 * sinL2;
+    const double z = a * sinP1 + b * sinP2;
+    return {static_cast<float>(std::atan2(z, std::sqrt(x * x + y * y)) / kDegToRad),
+            static_cast<float>(std::atan2(y, x) / kDegToRad)};
+  }
+
+  double lat1, lon1, p1, l1, p2, l2;
+  double d = 0, sinD = 0;
+  double cosP1 = 0, cosL1 = 0, sinL1 = 0, sinP1 = 0, cosP2 = 0, cosL2 = 0, sinL2 = 0, sinP2 = 0;
+};
 
 int16_t MarkerRadius(std::string_view kind) {
   if (!kind.empty() && (kind[0] == 'O' || kind[0] == 'o')) return kOuterMarkerRadius;
@@ -257,7 +271,19 @@ struct MapRenderer::Pass {
   void DrawRunwayItems(const AirportRec& ap, int32_t apIndex);
   void DrawRoute();
   void DrawActiveLeg();
-  void DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist);
+  // With batch, the lines go to self.segments_ for FlushSegments.
+  void DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist, bool batch = false);
+  void LegLine(double x1, double y1, double x2, double y2, bool batch) {
+    if (batch)
+      self.segments_.push_back({x1, y1, x2, y2});
+    else
+      map.Line(x1, y1, x2, y2);
+  }
+  void FlushSegments() {
+    if (self.segments_.empty()) return;
+    map.Lines(self.segments_);
+    self.segments_.clear();
+  }
   void AirwayLoop(const std::vector<AirwayRec>& airways, Colour colour, int hiliteKind);
   void PlanWaypoints();
   void VorLoop();
@@ -757,7 +783,7 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
 
 // ------------------------------------------------------------ route
 
-void MapRenderer::Pass::DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist) {
+void MapRenderer::Pass::DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist, bool batch) {
   if (dist < 0) {
     // Not known yet: a leg that is short on the flat chart is short on the
     // sphere too, and needs no great-circle distance.
@@ -765,19 +791,20 @@ void MapRenderer::Pass::DrawRouteLeg(float lat1, float lon1, float lat2, float l
     dist = (dLat * dLat + dLon * dLon) * 3600 < 80.0 * 80.0 ? 0 : GcDistance(lat1, lon1, lat2, lon2);
   }
   if (dist <= kBendLegNm) {
-    map.Line(proj.X(lon1, lat1), proj.Y(lat1), proj.X(lon2, lat2), proj.Y(lat2));
+    LegLine(proj.X(lon1, lat1), proj.Y(lat1), proj.X(lon2, lat2), proj.Y(lat2), batch);
     return;
   }
   // Along the great circle in steps of 16 NM, the last piece to the true end.
+  const GreatCircleSteps circle(lat1, lon1, lat2, lon2);
   double px = proj.X(lon1, lat1), py = proj.Y(lat1);
   for (double along = 16; along < dist; along += 16) {
-    const LatLon p = IntermediatePoint(lat1, lon1, lat2, lon2, along / dist);
+    const LatLon p = circle.At(along / dist);
     const double x = proj.X(p.Lon, p.Lat), y = proj.Y(p.Lat);
-    map.Line(px, py, x, y);
+    LegLine(px, py, x, y, batch);
     px = x;
     py = y;
   }
-  map.Line(px, py, proj.X(lon2, lat2), proj.Y(lat2));
+  LegLine(px, py, proj.X(lon2, lat2), proj.Y(lat2), batch);
 }
 
 void MapRenderer::Pass::DrawRoute() {
@@ -864,9 +891,16 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Colour
     const IntersectionRec& b = ints[static_cast<std::size_t>(seg.ToIndex)];
     if (!InView(v, a.Lat, a.Lon) && !InView(v, b.Lat, b.Lon)) continue;
     if (a.Ident.IsEmptySlot() || b.Ident.IsEmptySlot()) continue;
-    map.SetForeColor(Pick(colour, hiliteKind, static_cast<int32_t>(i)));
-    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, -1);
+    // The lines of a run of segments in one colour are drawn in one call,
+    // before any label that must lie over them.
+    const Colour segColour = Pick(colour, hiliteKind, static_cast<int32_t>(i));
+    if (segColour != map.ForeColor()) {
+      FlushSegments();
+      map.SetForeColor(segColour);
+    }
+    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, -1, true);
     if (label <= 100 && (layers.ShowIcao || layers.ShowName)) {
+      FlushSegments();
       const double dist = GcDistance(a.Lat, a.Lon, b.Lat, b.Lon);
       self.text_.assign(seg.Name.Trimmed());
       if (label < 75) {
@@ -881,6 +915,7 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Colour
       PrintLabel(mx, my, kLabelSideOnly);
     }
   }
+  FlushSegments();
 }
 
 // ------------------------------------------------------------ navaids

@@ -209,6 +209,7 @@ private:
 
   Declutter declutter_;
   std::vector<DrawPoint> points_;       // projected shape points
+  std::vector<DrawSegment> segments_;   // airway lines waiting to be drawn in one call
   std::vector<uint8_t> onVictor_;       // per intersection slot: on a victor airway
   std::vector<uint8_t> onJet_;          // per intersection slot: on a jet airway
   const void* airwayFlagsFor_ = nullptr;

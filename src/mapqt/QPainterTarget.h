@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "map/DrawTarget.h"
 #include "mapqt/QtFontSet.h"
@@ -53,6 +54,7 @@ public:
 
 protected:
   void DoLine(double x1, double y1, double x2, double y2, LineShape shape, Colour colour) override;
+  void DoLines(const DrawSegment* segments, std::size_t count, Colour colour) override;
   void DoCircle(double x, double y, double radius, Colour colour, bool isArc, double start, double end,
                 double aspect) override;
   void DoPSet(double x, double y, Colour colour) override;
@@ -72,12 +74,17 @@ private:
   void ApplyMode();
   void ApplyFont() const;
   QPointF Px(double x, double y) const;
+  // True when a line between the device points with the current pen
+  // cannot touch the picture: on an image, such lines are skipped (a chart
+  // at a close zoom walks thousands of them far outside the window).
+  bool LineOutside(const QPointF& a, const QPointF& b) const;
 
   const QtFontSet* fonts_;
   double dpi_;
   QImage image_;
   QPainter painter_;
   QPolygonF polygon_;  // reused point buffer
+  std::vector<QLineF> lines_;  // reused line buffer
 
   // What the painter holds now.
   Colour penColour_ = -1;

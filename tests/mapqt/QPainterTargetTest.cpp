@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <iterator>
 #include <string>
 
 #include "core/FileIo.h"
@@ -118,6 +119,39 @@ TEST_F(QtTargetTest, ExclusiveOrDrawnTwiceRestoresThePicture) {
   map.SetDrawStyle(kDrawStyleSolid);
   map.Line(150, 150, 850, 450, LineShape::Box);
   EXPECT_EQ(Pixel(15, 15), qRgb(255, 0, 0));
+}
+
+// The batch of lines, the culling of lines and texts outside the picture
+// and the ASCII shortcut of the text conversion must leave exactly the
+// pixels of the plain calls.
+TEST_F(QtTargetTest, BatchedAndCulledDrawingMatchesSingleCalls) {
+  QPainterTarget single(Fonts(), 100, 70);
+  single.SetScaleWidth(1000);
+  single.SetScaleHeight(700);
+  const DrawSegment segs[] = {
+      {0, 0, 990, 690},       {990, 0, 0, 690},        {-500, 350, 1500, 355},  // across the picture
+      {-400, -400, -30, 200}, {-80, -80, -20, -20},                           // ending just off the left
+      {1030, 100, 2000, 100}, {5000, 5000, 6000, 6000},                       // wholly outside
+      {500, 690, 500, 720},   {300, 300, 300, 300},                           // into the border, a dot
+  };
+  for (int width : {1, 3}) {
+    single.SetDrawWidth(static_cast<int16_t>(width));
+    map.SetDrawWidth(static_cast<int16_t>(width));
+    for (const DrawSegment& s : segs) single.Line(s.X1, s.Y1, s.X2, s.Y2, LineShape::Line, RgbColour(0, 0, 255));
+    map.Lines(segs, std::size(segs), RgbColour(0, 0, 255));
+    EXPECT_EQ(map.CurrentX(), 300);
+    EXPECT_EQ(map.CurrentY(), 300);
+  }
+  for (QPainterTarget* t : {&single, &map}) {
+    t->SetForeColor(RgbColour(200, 0, 0));
+    for (double x : {-900.0, -150.0, -60.0, 10.0, 950.0, 1100.0}) {
+      t->SetCurrentX(x);
+      t->SetCurrentY(x < 0 ? -100 : 650);
+      t->Print("Wx7 \xB0");
+    }
+  }
+  EXPECT_TRUE(single.Image() == map.Image());
+  EXPECT_NE(map.Image().pixel(0, 0) | 0xFF000000, kWhite);  // something was drawn
 }
 
 TEST_F(QtTargetTest, ClsCopyAndResize) {
