@@ -157,6 +157,7 @@ void RunPlan(benchmark::State& state, char net) {
   PlanPanel panel;
   PlanEditor editor(plan, panel, ac, *world.nav);
   RouteSearch search;
+  search.Prepare(world.db.Navaids);  // once per loaded database, as the application does
   SilentUi ui;
   RouteBuilder builder(editor, ac, world.db.Navaids, search, ui);
   int rows = 0;

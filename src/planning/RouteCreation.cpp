@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <unordered_map>
 
 #include "core/Geodesy.h"
 #include "core/Runtime.h"
@@ -85,7 +86,92 @@ RouteSearch::RouteSearch()
       viaAirway_(kIntersectionSlots),
       viaMinAlt_(kIntersectionSlots, 0),
       viaMaxAlt_(kIntersectionSlots, 0),
-      heap_(static_cast<std::size_t>(kHeapCapacity) + 1, 0) {}
+      inTouched_(kIntersectionSlots, 0),
+      heap_(static_cast<std::size_t>(kHeapCapacity) + 1, 0) {
+  touched_.reserve(kIntersectionSlots);
+  altTouched_.reserve(kIntersectionSlots);
+}
+
+void RouteSearch::Prepare(const NavaidTables& navaids) {
+  graph_.Tables = &navaids;
+  BuildNet(navaids, 'V', graph_.Low);
+  BuildNet(navaids, 'J', graph_.High);
+  graph_.HaveLow = graph_.HaveHigh = true;
+  BuildPositions(navaids, graph_);
+}
+
+void RouteSearch::BuildPositions(const NavaidTables& navaids, Graph& out) {
+  const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  out.Lat.resize(slots);
+  out.Lon.resize(slots);
+  for (std::size_t i = 0; i < slots; ++i) {
+    out.Lat[i] = navaids.Intersections[i].Lat;
+    out.Lon[i] = navaids.Intersections[i].Lon;
+  }
+}
+
+void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out) {
+  const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  const std::size_t linkCount = navaids.AirwayLinks.size();
+  out.Offsets.assign(slots + 1, 0);
+  out.Edges.clear();
+  out.LinkOf.clear();
+  out.Vias.clear();
+
+  // Distinct airway name and altitude pairs, keyed by their bytes.
+  struct Key {
+    uint64_t Name;
+    uint64_t Alts;
+    bool operator==(const Key&) const = default;
+  };
+  struct KeyHash {
+    std::size_t operator()(const Key& k) const {
+      return static_cast<std::size_t>((k.Name * 0x9E3779B97F4A7C15ull) ^ (k.Alts + (k.Name >> 29)));
+    }
+  };
+  std::unordered_map<Key, uint32_t, KeyHash> vias;
+
+  for (std::size_t i = 0; i < slots; ++i) {
+    out.Offsets[i] = static_cast<uint32_t>(out.Edges.size());
+    const IntersectionRec& rec = navaids.Intersections[i];
+    const std::size_t first = std::size_t{rec.LinkFirst} + (net == 'V' ? 0u : rec.LowCount);
+    const std::size_t count = net == 'V' ? rec.LowCount : rec.HighCount;
+    if (first + count > linkCount) continue;
+    for (std::size_t k = first; k < first + count; ++k) {
+      const AirwayLinkRec& link = navaids.AirwayLinks[k];
+      const auto t = static_cast<std::size_t>(link.Target);
+      if (t >= slots) continue;
+      // The values the texts give once the search has written them back;
+      // an edge whose texts that write would change is marked to have it done.
+      FixedStr<5> min = link.Mea1, max = link.Mea2;
+      ParseEdgeAltitude(min);
+      ParseEdgeAltitude(max);
+      const bool rewrite = min != link.Mea1 || max != link.Mea2;
+      const int32_t minAlt = ParseEdgeAltitude(min);
+      const int32_t maxAlt = ParseEdgeAltitude(max);
+      Key key{};
+      std::memcpy(&key.Name, link.AirwayName.chars.data(), sizeof key.Name);
+      key.Alts = uint64_t{static_cast<uint32_t>(minAlt)} << 32 | static_cast<uint32_t>(maxAlt);
+      auto [it, added] = vias.try_emplace(key, static_cast<uint32_t>(out.Vias.size()));
+      if (added) out.Vias.push_back({link.AirwayName, minAlt, maxAlt});
+      out.Edges.push_back({rewrite ? ~link.Target : link.Target, link.Distance, it->second});
+      out.LinkOf.push_back(static_cast<uint32_t>(k));
+    }
+  }
+  out.Offsets[slots] = static_cast<uint32_t>(out.Edges.size());
+}
+
+const RouteSearch::NetGraph& RouteSearch::NetFor(const NavaidTables& navaids, char net) {
+  if (graph_.Tables == &navaids) {
+    bool& have = net == 'V' ? graph_.HaveLow : graph_.HaveHigh;
+    NetGraph& g = net == 'V' ? graph_.Low : graph_.High;
+    if (!have) BuildNet(navaids, net, g);
+    have = true;
+    return g;
+  }
+  BuildNet(navaids, net, scratch_);
+  return scratch_;
+}
 
 int RouteSearch::RouteToArea(NavaidTables& navaids, int start, char net, float lat, float lon, int radius) {
   return Run(navaids, start, net, Goal::Area, -1, lat, lon, radius, kAreaPopLimit, true);
@@ -93,6 +179,47 @@ int RouteSearch::RouteToArea(NavaidTables& navaids, int start, char net, float l
 
 int RouteSearch::RouteToTarget(NavaidTables& navaids, int start, int target, char net) {
   return Run(navaids, start, net, Goal::Target, target, 0, 0, 0, kTargetPopLimit, false);
+}
+
+void RouteSearch::ResetNodes(bool resetAltitudes) {
+  // Every node outside these lists still holds the starting values. When
+  // the last search reached much of the graph, plain fills of the arrays
+  // are quicker than visiting its nodes in the order they were reached.
+  const std::size_t bulk = kIntersectionSlots / 8;
+  if (touched_.size() > bulk && (!resetAltitudes || altTouched_.size() > bulk)) {
+    std::fill(pred_.begin(), pred_.end(), 0);
+    std::fill(dist_.begin(), dist_.end(), kUnreached);
+    std::fill(settled_.begin(), settled_.end(), uint8_t{0});
+    std::fill(viaAirway_.begin(), viaAirway_.end(), FixedStr<8>());
+    touched_.clear();
+    if (resetAltitudes) {
+      std::fill(viaMinAlt_.begin(), viaMinAlt_.end(), 0);
+      std::fill(viaMaxAlt_.begin(), viaMaxAlt_.end(), 0);
+      std::fill(inTouched_.begin(), inTouched_.end(), uint8_t{0});
+      altTouched_.clear();
+    } else {
+      for (uint8_t& bits : inTouched_) bits &= ~uint8_t{1};
+    }
+    return;
+  }
+  for (int32_t n : touched_) {
+    const auto i = static_cast<std::size_t>(n);
+    pred_[i] = 0;
+    dist_[i] = kUnreached;
+    settled_[i] = 0;
+    viaAirway_[i] = FixedStr<8>();
+    inTouched_[i] &= ~uint8_t{1};
+  }
+  touched_.clear();
+  if (resetAltitudes) {
+    for (int32_t n : altTouched_) {
+      const auto i = static_cast<std::size_t>(n);
+      viaMinAlt_[i] = 0;
+      viaMaxAlt_[i] = 0;
+      inTouched_[i] &= ~uint8_t{2};
+    }
+    altTouched_.clear();
+  }
 }
 
 int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int target, float lat, float lon,
@@ -103,20 +230,20 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
   const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
   if (start < 0 || static_cast<std::size_t>(start) >= slots) return -start;
 
-  std::fill(pred_.begin(), pred_.end(), 0);
-  std::fill(dist_.begin(), dist_.end(), kUnreached);
-  std::fill(settled_.begin(), settled_.end(), uint8_t{0});
-  std::fill(viaAirway_.begin(), viaAirway_.end(), FixedStr<8>());
-  if (resetAltitudes) {
-    std::fill(viaMinAlt_.begin(), viaMinAlt_.end(), 0);
-    std::fill(viaMaxAlt_.begin(), viaMaxAlt_.end(), 0);
-  }
-  dist_[static_cast<std::size_t>(start)] = 0;
-  settled_[static_cast<std::size_t>(start)] = 1;
+  // The search rewrites the altitude texts of edges it uses for the first
+  // time, so the edges are its own to change.
+  NetGraph& graph = const_cast<NetGraph&>(NetFor(navaids, net));
+  const bool prepared = graph_.Tables == &navaids && graph_.Lat.size() == slots;
+  ResetNodes(resetAltitudes);
+  const auto s = static_cast<std::size_t>(start);
+  dist_[s] = 0;
+  settled_[s] = 1;
+  touched_.push_back(start);
+  inTouched_[s] |= 1;
 
   int current = start;
   for (;;) {
-    Relax(navaids, current, net);
+    Relax(navaids, graph, current);
     if (overflow_ || heapSize_ == 0) return -start;
     // A node can stand in the heap more than once; a later copy of a settled
     // node is expanded again, which finds nothing new to relax.
@@ -126,38 +253,70 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
     if (goal == Goal::Target) {
       if (current == target) return current;
     } else {
-      const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(current)];
-      if (!Beyond(rec.Lat, lat, radius) && RhumbDistance(rec.Lat, rec.Lon, lat, lon) <= radius) return current;
+      const auto c = static_cast<std::size_t>(current);
+      const float nodeLat = prepared ? graph_.Lat[c] : navaids.Intersections[c].Lat;
+      if (Beyond(nodeLat, lat, radius)) continue;
+      const float nodeLon = prepared ? graph_.Lon[c] : navaids.Intersections[c].Lon;
+      if (RhumbDistance(nodeLat, nodeLon, lat, lon) <= radius) return current;
     }
   }
 }
 
-void RouteSearch::Relax(NavaidTables& navaids, int node, char net) {
-  const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
-  // The links of the net, read straight from the flat list: this runs for
-  // every node the search settles.
-  const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(node)];
-  const std::size_t first = std::size_t{rec.LinkFirst} + (net == 'V' ? 0u : rec.LowCount);
-  const std::size_t count = net == 'V' ? rec.LowCount : rec.HighCount;
-  if (first + count > navaids.AirwayLinks.size()) return;
-  AirwayLinkRec* links = navaids.AirwayLinks.data() + first;
-  const float here = dist_[static_cast<std::size_t>(node)];
-  for (std::size_t k = 0; k < count; ++k) {
-    AirwayLinkRec& link = links[k];
-    const auto t = static_cast<std::size_t>(link.Target);
-    if (t >= slots || settled_[t]) continue;
-    const float d = link.Distance + here;
-    if (!(d < dist_[t])) continue;
+void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
+  const auto n = static_cast<std::size_t>(node);
+  const std::size_t first = graph.Offsets[n], end = graph.Offsets[n + 1];
+  NetGraph::Edge* edges = graph.Edges.data();
+  const NetGraph::ViaInfo* vias = graph.Vias.data();
+  float* dist = dist_.data();
+  const uint8_t* settled = settled_.data();
+  const float here = dist[n];
+  for (std::size_t e = first; e < end; ++e) {
+    NetGraph::Edge& edge = edges[e];
+    const int32_t target = edge.Target < 0 ? ~edge.Target : edge.Target;
+    const auto t = static_cast<std::size_t>(target);
+    if (settled[t]) continue;
+    const float d = edge.Length + here;
+    if (!(d < dist[t])) continue;
+    if (edge.Target < 0) {
+      RelaxFirstTime(navaids, graph, edge, e, node, d);
+      if (overflow_) return;
+      continue;
+    }
     pred_[t] = node;
-    dist_[t] = d;
-    viaAirway_[t] = link.AirwayName;
-    viaMinAlt_[t] = ParseEdgeAltitude(link.Mea1);
-    viaMaxAlt_[t] = ParseEdgeAltitude(link.Mea2);
-    if (!Push(link.Target)) {
+    dist[t] = d;
+    const NetGraph::ViaInfo& via = vias[edge.Via];
+    viaAirway_[t] = via.Airway;
+    viaMinAlt_[t] = via.MinAlt;
+    viaMaxAlt_[t] = via.MaxAlt;
+    if (inTouched_[t] != 3) {
+      if (!(inTouched_[t] & 1)) touched_.push_back(edge.Target);
+      if (!(inTouched_[t] & 2)) altTouched_.push_back(edge.Target);
+      inTouched_[t] = 3;
+    }
+    if (!Push(edge.Target)) {
       overflow_ = true;
       return;
     }
   }
+}
+
+void RouteSearch::RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e,
+                                 int node, float d) {
+  const int32_t target = ~edge.Target;
+  const auto t = static_cast<std::size_t>(target);
+  // The texts of the link record are parsed and written back in their
+  // parsed form; from then on the edge's table values are what they give.
+  AirwayLinkRec& link = navaids.AirwayLinks[graph.LinkOf[e]];
+  pred_[t] = node;
+  dist_[t] = d;
+  viaAirway_[t] = link.AirwayName;
+  viaMinAlt_[t] = ParseEdgeAltitude(link.Mea1);
+  viaMaxAlt_[t] = ParseEdgeAltitude(link.Mea2);
+  edge.Target = target;
+  if (!(inTouched_[t] & 1)) touched_.push_back(target);
+  if (!(inTouched_[t] & 2)) altTouched_.push_back(target);
+  inTouched_[t] = 3;
+  if (!Push(target)) overflow_ = true;
 }
 
 bool RouteSearch::Push(int32_t node) {

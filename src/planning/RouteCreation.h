@@ -55,6 +55,12 @@ public:
 
   RouteSearch();
 
+  // Keeps a compact copy of the links of `navaids` (both nets, built on first
+  // use) for every later search over the same tables, instead of building it
+  // for each search. Call it again whenever those tables' intersections or
+  // links change; searches over other tables build their own copy each time.
+  void Prepare(const NavaidTables& navaids);
+
   // From start toward the area within radius NM (by rhumb line) of lat/lon,
   // over the victor links for net 'V' and the jet links for any other net.
   // Returns the first node reached inside the area, or -start. Edges of the
@@ -83,9 +89,46 @@ public:
 
 private:
   enum class Goal { Area, Target };
+
+  // The links of one net in the form the search reads them: for node i, the
+  // edges offsets[i] to offsets[i + 1], in link order, holding the neighbour
+  // and the length side by side. Links the search would skip anyway (a
+  // neighbour outside the slots, a node whose links run past the list) are
+  // left out. The airway and its parsed altitudes come from a small table of
+  // the distinct ones. An edge whose altitude texts the search has still to
+  // rewrite carries its neighbour bit-inverted (negative) until it has.
+  struct NetGraph {
+    struct Edge {
+      int32_t Target;
+      float Length;
+      uint32_t Via;  // index in Vias
+    };
+    struct ViaInfo {
+      FixedStr<8> Airway;
+      int32_t MinAlt;
+      int32_t MaxAlt;
+    };
+    std::vector<uint32_t> Offsets;
+    std::vector<Edge> Edges;
+    std::vector<uint32_t> LinkOf;  // the edge's record in AirwayLinks
+    std::vector<ViaInfo> Vias;
+  };
+  struct Graph {
+    const NavaidTables* Tables = nullptr;  // the prepared tables, null when none
+    NetGraph Low, High;
+    bool HaveLow = false, HaveHigh = false;
+    std::vector<float> Lat, Lon;
+  };
+  static void BuildNet(const NavaidTables& navaids, char net, NetGraph& out);
+  static void BuildPositions(const NavaidTables& navaids, Graph& out);
+  const NetGraph& NetFor(const NavaidTables& navaids, char net);
+
   int Run(NavaidTables& navaids, int start, char net, Goal goal, int target, float lat, float lon, int radius,
           int popLimit, bool resetAltitudes);
-  void Relax(NavaidTables& navaids, int node, char net);
+  void Relax(NavaidTables& navaids, NetGraph& graph, int node);
+  void RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e, int node,
+                      float d);
+  void ResetNodes(bool resetAltitudes);
   bool Push(int32_t node);
   int32_t Pop();
 
@@ -95,7 +138,14 @@ private:
   std::vector<FixedStr<8>> viaAirway_;
   std::vector<int32_t> viaMinAlt_;
   std::vector<int32_t> viaMaxAlt_;
+  // Nodes the last search gave a path or a via altitude; only they need
+  // resetting before the next search.
+  std::vector<int32_t> touched_;
+  std::vector<int32_t> altTouched_;
+  std::vector<uint8_t> inTouched_;     // bit 1: in touched_, bit 2: in altTouched_
   std::vector<int32_t> heap_;  // 1-based; heap_[0] unused
+  Graph graph_;
+  NetGraph scratch_;  // the per-search copy for unprepared tables
   int heapSize_ = 0;
   int pops_ = 0;
   bool overflow_ = false;

@@ -226,6 +226,49 @@ TEST_F(RouteTest, SearchFailuresReturnMinusTheStart) {
   EXPECT_EQ(search.RouteToArea(t, 1, 'J', 0, 4.5f, 29), -1);
 }
 
+TEST_F(RouteTest, PreparedSearchGivesTheSameResultsAndRewritesTextsOnce) {
+  // A ring of six with a chord, odd altitude texts and a link pointing
+  // outside the slots; the prepared copy must answer as the plain search.
+  auto build = [](GraphBuilder& g) {
+    for (int n = 1; n <= 6; ++n) g.Add(n, "N" + std::to_string(n), 0, static_cast<float>(n));
+    for (int n = 1; n <= 6; ++n) g.Jet(n, n % 6 + 1, "J" + std::to_string(n), 40.0f + n, n % 2 ? "FL2" : "-500");
+    g.Jet(2, 5, "J77", 60, "1E+05");
+    g.At(3).high.push_back(GraphBuilder::Link(40001, "JX", 1));
+    return &g.Build();
+  };
+  GraphBuilder plainGraph, preparedGraph;
+  NavaidTables& plain = *build(plainGraph);
+  NavaidTables& prepared = *build(preparedGraph);
+  RouteSearch other;
+  other.Prepare(prepared);
+  for (int round = 0; round < 3; ++round) {
+    for (int start = 1; start <= 6; ++start) {
+      for (int target = 1; target <= 6; ++target) {
+        SCOPED_TRACE(testing::Message() << round << ": " << start << " to " << target);
+        ASSERT_EQ(other.RouteToTarget(prepared, start, target, 'J'), search.RouteToTarget(plain, start, target, 'J'));
+        EXPECT_EQ(other.Pops(), search.Pops());
+        for (int n = 0; n <= 7; ++n) {
+          EXPECT_EQ(other.Pred(n), search.Pred(n));
+          EXPECT_EQ(other.Dist(n), search.Dist(n));
+          EXPECT_EQ(other.Settled(n), search.Settled(n));
+          EXPECT_EQ(other.ViaAirway(n), search.ViaAirway(n));
+          EXPECT_EQ(other.ViaMinAlt(n), search.ViaMinAlt(n));
+          EXPECT_EQ(other.ViaMaxAlt(n), search.ViaMaxAlt(n));
+        }
+        EXPECT_EQ(prepared.AirwayLinks, plain.AirwayLinks);
+      }
+      ASSERT_EQ(other.RouteToArea(prepared, start, 'J', 0, 6.2f, 20), search.RouteToArea(plain, start, 'J', 0, 6.2f, 20));
+      for (int n = 0; n <= 7; ++n) EXPECT_EQ(other.ViaMinAlt(n), search.ViaMinAlt(n));
+    }
+  }
+  // The first use wrote the texts back; the 6-digit value lost its last digit.
+  EXPECT_EQ(prepared.HighAirways(1)[0].Mea1.View(), "200  ");
+  EXPECT_EQ(prepared.HighAirways(2)[1].Mea1.View(), "-500 ");
+  EXPECT_EQ(prepared.HighAirways(2)[2].Mea1.View(), "10000");
+  EXPECT_EQ(other.RouteToTarget(prepared, 2, 5, 'J'), 5);
+  EXPECT_EQ(other.ViaMinAlt(5), 10000);
+}
+
 TEST_F(RouteTest, DisconnectedEntryLeavesThePlanWithTheMessage) {
   // The only intersection ahead of the departure belongs to an island.
   GraphBuilder g;
