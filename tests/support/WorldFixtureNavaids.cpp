@@ -27,8 +27,8 @@ ShapePoint PlaceIn(const World& w, const std::vector<int32_t>& airports, int are
     const AirportRec& a = w.Airports[static_cast<std::size_t>(airports[rng.Below(airports.size())])];
     return Offset(a.Lat, a.Lon, rng.Range(0, 360), rng.Range(minNm, maxNm));
   }
-  const AreaSpec& spec = Area(area);
-  return {static_cast<float>(rng.Range(spec.South, spec.North)), static_cast<float>(rng.Range(spec.West, spec.East))};
+  const AreaSpec& box = Area(area);
+  return {static_cast<float>(rng.Range(box.South, box.North)), static_cast<float>(rng.Range(box.West, box.East))};
 }
 
 int16_t VorType(bool us, Rng& rng) {
