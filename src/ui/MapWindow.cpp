@@ -86,6 +86,11 @@ MapWindow::MapWindow(MainWindow& window, AppState& state, NavDatabase& db, Fligh
   map_->onKey = [this](int code) { MapKeyDown(view_, code, *this, ui_); };
   map_->onWheel = [this](int delta) { MapWheel(view_, state_.Config.MZoom != 0, delta, *this, ui_); };
   map_->onBand = [this](double x1, double y1, double x2, double y2) {
+    // A drag (not a plain click) is a manual zoom: autozoom goes off.
+    if (x1 != x2 || y1 != y2) {
+      view_.Autozoom = false;
+      SyncChecks();
+    }
     ReleaseBand(view_, x1, y1, x2, y2, *this, geo_);
   };
   map_->onResized = [this] {

@@ -6,14 +6,18 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QLabel>
 #include <QTableView>
 #include <QToolBar>
 #include <cstdlib>
+#include <filesystem>
 
 #include "support/ScriptedUi.h"
 #include "support/SmallWorld.h"
 #include "support/TempDir.h"
+#include "mapqt/MapPicture.h"
+#include "planning/Aircraft.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
 #include "ui/MapWindow.h"
@@ -140,6 +144,64 @@ TEST(MapWindow, UnloadWritesTheToggleKeys) {
   f.map->Unload();
   EXPECT_EQ(f.state.Config.CompMenu, 0);
   EXPECT_FALSE(f.view.MapReady);
+}
+
+TEST(MapWindow, NavaidPlanFillsTheTableAndShowsThePlan) {
+  MapFixture f;
+  AircraftRec a;
+  a.Id = 1;
+  a.AircraftName = "Test Twin";
+  a.CruiseSpeed = 180;
+  a.CruiseLevel = 90;
+  a.ApproachSpeed = 100;
+  a.ClimbRate = 1000;
+  a.ClimbSpeed = 120;
+  a.DescentRate = 1000;
+  a.DescentSpeed = 150;
+  std::filesystem::create_directories(f.dir.Path() / "user");
+  ASSERT_TRUE(WriteAircraftFile(f.dir.Path() / "user" / "aircraft.orv", {a}));
+  f.plan.DepartureAirport = 0;
+  f.plan.DestinationAirport = 1;
+  f.window.Action("MenuCreateNavaid")->trigger();
+  EXPECT_GE(f.plan.LastRow, 1);
+  EXPECT_TRUE(f.map->Toggles().MenuShowPlan);
+  EXPECT_TRUE(f.window.Action("MenuShowPlan")->isChecked());
+  ASSERT_GE(f.map->PlanTable()->model()->rowCount(), 2);
+  for (const std::string& m : f.ui.Messages()) ADD_FAILURE() << m;
+}
+
+TEST(MapWindow, ClickRecentresAndADragZooms) {
+  MapFixture f;
+  f.map->DrawMap();
+  MapWidget* m = f.map->Map();
+  const QPoint centre(m->width() / 2, m->height() / 2);
+  // A click a quarter of the surface's height above the centre: the view
+  // moves north by a quarter of the ground height, the zoom step stays.
+  const QPoint click(centre.x(), centre.y() - m->height() / 4);
+  QMouseEvent press(QEvent::MouseButtonPress, click, m->mapToGlobal(click), Qt::LeftButton, Qt::LeftButton,
+                    Qt::NoModifier);
+  QMouseEvent release(QEvent::MouseButtonRelease, click, m->mapToGlobal(click), Qt::LeftButton, Qt::NoButton,
+                      Qt::NoModifier);
+  QApplication::sendEvent(m, &press);
+  QApplication::sendEvent(m, &release);
+  EXPECT_EQ(f.view.ZoomIndex, 6);
+  EXPECT_NEAR(f.view.CntrLat, 50.125, 0.01);  // 30 NM is half a degree from top to bottom
+  EXPECT_NEAR(f.view.CntrLon, 8.0, 0.001);
+
+  // A band 2 degrees high: the nearest label to 120 NM is 100 NM.
+  f.view.Autozoom = true;
+  const double pxPerDegree = f.view.Scaling / kTwipsPerPixel;
+  const QPoint top(centre.x(), centre.y() - static_cast<int>(pxPerDegree));
+  const QPoint bottom(centre.x(), centre.y() + static_cast<int>(pxPerDegree));
+  QMouseEvent press2(QEvent::MouseButtonPress, top, m->mapToGlobal(top), Qt::LeftButton, Qt::LeftButton,
+                     Qt::NoModifier);
+  QMouseEvent release2(QEvent::MouseButtonRelease, bottom, m->mapToGlobal(bottom), Qt::LeftButton, Qt::NoButton,
+                       Qt::NoModifier);
+  QApplication::sendEvent(m, &press2);
+  QApplication::sendEvent(m, &release2);
+  EXPECT_EQ(f.view.ZoomIndex, 9);
+  EXPECT_FALSE(f.view.Autozoom);
+  EXPECT_EQ(f.map->Status(1)->text(), "100NM");
 }
 
 TEST(MapWindow, KeyCodes) {
