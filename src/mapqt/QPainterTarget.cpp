@@ -6,9 +6,11 @@
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
+#include "mapqt/ThinLine.h"
 
 namespace orv {
 
@@ -59,6 +61,89 @@ QString TextOf(std::string_view line) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
+// Drops the points that fall in the device pixel of the point kept before
+// them; the first and the last point stay. What is left draws the same shape
+// to within a pixel. Returns the new count.
+std::size_t ThinToPixels(QPointF* pts, std::size_t count) {
+  if (count < 3) return count;
+  std::size_t kept = 1;
+  double cellX = std::floor(pts[0].x()), cellY = std::floor(pts[0].y());
+  for (std::size_t i = 1; i + 1 < count; ++i) {
+    const double x = std::floor(pts[i].x()), y = std::floor(pts[i].y());
+    if (x == cellX && y == cellY) continue;
+    cellX = x;
+    cellY = y;
+    pts[kept++] = pts[i];
+  }
+  pts[kept++] = pts[count - 1];
+  return kept;
+}
+
+// One side of the frame for the polygon clipper.
+enum class FrameSide { Left, Right, Top, Bottom };
+
+bool Inside(const QPointF& p, FrameSide side, double bound) {
+  switch (side) {
+    case FrameSide::Left: return p.x() >= bound;
+    case FrameSide::Right: return p.x() <= bound;
+    case FrameSide::Top: return p.y() >= bound;
+    case FrameSide::Bottom: return p.y() <= bound;
+  }
+  return true;
+}
+
+QPointF Crossing(const QPointF& a, const QPointF& b, FrameSide side, double bound) {
+  if (side == FrameSide::Left || side == FrameSide::Right) {
+    const double t = (bound - a.x()) / (b.x() - a.x());
+    return {bound, a.y() + t * (b.y() - a.y())};
+  }
+  const double t = (bound - a.y()) / (b.y() - a.y());
+  return {a.x() + t * (b.x() - a.x()), bound};
+}
+
+// The closed polygon cut by one side of the frame (Sutherland-Hodgman).
+std::size_t ClipSide(const QPointF* in, std::size_t count, std::vector<QPointF>& out, FrameSide side,
+                     double bound) {
+  out.clear();
+  if (count == 0) return 0;
+  QPointF prev = in[count - 1];
+  bool prevIn = Inside(prev, side, bound);
+  for (std::size_t i = 0; i < count; ++i) {
+    const QPointF& cur = in[i];
+    const bool curIn = Inside(cur, side, bound);
+    if (curIn != prevIn) out.push_back(Crossing(prev, cur, side, bound));
+    if (curIn) out.push_back(cur);
+    prev = cur;
+    prevIn = curIn;
+  }
+  return out.size();
+}
+
+// The closed polygon cut to the frame. Cutting a polygon by a convex frame
+// keeps every point of the frame inside it as often as before, so the
+// even-odd fill within the frame does not change. Sets shape to the result
+// (pts itself when nothing lies outside) and returns its count.
+std::size_t ClipToFrame(const QPointF* pts, std::size_t count, const QRectF& frame, std::vector<QPointF>& a,
+                        std::vector<QPointF>& b, const QPointF*& shape) {
+  shape = pts;
+  double left = pts[0].x(), right = left, top = pts[0].y(), bottom = top;
+  for (std::size_t i = 1; i < count; ++i) {
+    left = std::min(left, pts[i].x());
+    right = std::max(right, pts[i].x());
+    top = std::min(top, pts[i].y());
+    bottom = std::max(bottom, pts[i].y());
+  }
+  if (left >= frame.left() && right <= frame.right() && top >= frame.top() && bottom <= frame.bottom())
+    return count;
+  if (right < frame.left() || left > frame.right() || bottom < frame.top() || top > frame.bottom()) return 0;
+  count = ClipSide(pts, count, a, FrameSide::Left, frame.left());
+  count = ClipSide(a.data(), count, b, FrameSide::Right, frame.right());
+  count = ClipSide(b.data(), count, a, FrameSide::Top, frame.top());
+  count = ClipSide(a.data(), count, b, FrameSide::Bottom, frame.bottom());
+  shape = b.data();
+  return count;
+}
+
 }  // namespace
 
 QPainterTarget::QPainterTarget(const QtFontSet& fonts, int pixelWidth, int pixelHeight, double dpi)
@@ -78,6 +163,14 @@ QPainterTarget::QPainterTarget(const QtFontSet& fonts, QPaintDevice& device, dou
 QPainterTarget::~QPainterTarget() { End(); }
 
 void QPainterTarget::Begin(QPaintDevice& device) {
+  canvas_ = PixelCanvas();
+  if (&device == &image_ && image_.format() == QImage::Format_RGB32) {
+    // Taken before the painter starts, so that both write the same pixels.
+    canvas_.Bits = reinterpret_cast<uint32_t*>(image_.bits());
+    canvas_.Stride = image_.bytesPerLine() / 4;
+    canvas_.Width = image_.width();
+    canvas_.Height = image_.height();
+  }
   painter_.begin(&device);
   painter_.setRenderHint(QPainter::Antialiasing, false);
   painter_.setRenderHint(QPainter::TextAntialiasing, true);
@@ -87,7 +180,15 @@ void QPainterTarget::Begin(QPaintDevice& device) {
 
 void QPainterTarget::End() {
   if (painter_.isActive()) painter_.end();
+  canvas_ = PixelCanvas();
 }
+
+bool QPainterTarget::ThinPen() const {
+  return canvas_.Bits != nullptr && DrawWidth() == 1 &&
+         (DrawStyle() == kDrawStyleSolid || DrawStyle() == kDrawStyleInsideSolid) && DrawMode() == kDrawModeCopy;
+}
+
+uint32_t QPainterTarget::PixelOf(Colour colour) { return 0xFF000000u | ToQColor(colour).rgb(); }
 
 bool QPainterTarget::SavePng(const std::filesystem::path& path) const {
   if (image_.isNull()) return false;
@@ -186,6 +287,10 @@ void QPainterTarget::DoLine(double x1, double y1, double x2, double y2, LineShap
   if (shape == LineShape::Line) {
     const QPointF a = Px(x1, y1), b = Px(x2, y2);
     if (LineOutside(a, b)) return;
+    if (ThinPen()) {
+      DrawThinLine(canvas_, a.x(), a.y(), b.x(), b.y(), PixelOf(colour));
+      return;
+    }
     ApplyPen(colour);
     painter_.drawLine(a, b);
     return;
@@ -205,6 +310,14 @@ void QPainterTarget::DoLine(double x1, double y1, double x2, double y2, LineShap
 
 void QPainterTarget::DoLines(const DrawSegment* segments, std::size_t count, Colour colour) {
   if (!painter_.isActive()) return;
+  if (ThinPen()) {
+    const uint32_t pixel = PixelOf(colour);
+    for (std::size_t i = 0; i < count; ++i) {
+      const QPointF a = Px(segments[i].X1, segments[i].Y1), b = Px(segments[i].X2, segments[i].Y2);
+      DrawThinLine(canvas_, a.x(), a.y(), b.x(), b.y(), pixel);
+    }
+    return;
+  }
   // One call for the whole batch draws the same pixels as separate calls for
   // a thin solid pen in plain copy mode (each line is rasterised on its own);
   // other pens keep the separate calls, as joined wide or patterned lines may
@@ -266,8 +379,19 @@ void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, 
 
 void QPainterTarget::DoPSet(double x, double y, Colour colour) {
   if (!painter_.isActive()) return;
-  ApplyMode();
   const QPointF p = Px(x, y);
+  if (canvas_.Bits != nullptr && DrawMode() == kDrawModeCopy) {
+    // A square of DrawWidth pixels, as below, without a fill call per point.
+    const int w = DrawWidth();
+    const int64_t left = static_cast<int64_t>(std::floor(p.x())) - (w > 1 ? w / 2 : 0);
+    const int64_t top = static_cast<int64_t>(std::floor(p.y())) - (w > 1 ? w / 2 : 0);
+    const uint32_t pixel = PixelOf(colour);
+    for (int64_t y = std::max<int64_t>(top, 0); y < std::min<int64_t>(top + w, canvas_.Height); ++y)
+      for (int64_t x = std::max<int64_t>(left, 0); x < std::min<int64_t>(left + w, canvas_.Width); ++x)
+        canvas_.Bits[y * canvas_.Stride + x] = pixel;
+    return;
+  }
+  ApplyMode();
   const double w = DrawWidth();
   const double corner = w > 1 ? std::floor(w / 2) : 0;
   painter_.fillRect(QRectF(std::floor(p.x()) - corner, std::floor(p.y()) - corner, w, w), ToQColor(colour));
@@ -276,14 +400,66 @@ void QPainterTarget::DoPSet(double x, double y, Colour colour) {
 void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool closed) {
   if (!painter_.isActive()) return;
   if (static_cast<std::size_t>(polygon_.size()) < count) polygon_.resize(static_cast<qsizetype>(count));
-  for (std::size_t i = 0; i < count; ++i) polygon_[static_cast<qsizetype>(i)] = Px(points[i].X, points[i].Y);
+  QPointF* pts = polygon_.data();
+  for (std::size_t i = 0; i < count; ++i) pts[i] = Px(points[i].X, points[i].Y);
   ApplyPen(ForeColor());
+  if (image_.isNull()) {
+    // A file or a printer page keeps every point: it may be looked at closer.
+    if (closed) {
+      ApplyBrush(true);
+      painter_.drawPolygon(pts, static_cast<int>(count), Qt::OddEvenFill);
+      ApplyBrush(false);
+    } else {
+      painter_.drawPolyline(pts, static_cast<int>(count));
+    }
+    return;
+  }
+
+  // On the picture, a coastline of a hundred thousand points seen from far
+  // away has most of them inside the pixel of the one before, and a shape
+  // seen from close lies mostly outside the picture: both parts are left to
+  // the rasteriser only once.
+  count = ThinToPixels(pts, count);
+  if (ThinPen()) {
+    // The fill first, then the outline a line at a time, as QPainter would.
+    const uint32_t pixel = PixelOf(ForeColor());
+    if (closed && FillStyle() != kFillTransparent) {
+      const QRectF frame(-2, -2, PixelWidth() + 4, PixelHeight() + 4);
+      const QPointF* shape = pts;
+      const std::size_t n = ClipToFrame(pts, count, frame, clipA_, clipB_, shape);
+      if (n >= 3) {
+        painter_.setPen(Qt::NoPen);
+        penColour_ = -2;  // no colour: the pen is set again before the next line
+        ApplyBrush(true);
+        painter_.drawPolygon(shape, static_cast<int>(n), Qt::OddEvenFill);
+        ApplyBrush(false);
+      }
+    }
+    for (std::size_t i = 1; i < count; ++i)
+      DrawThinLine(canvas_, pts[i - 1].x(), pts[i - 1].y(), pts[i].x(), pts[i].y(), pixel);
+    if (closed && count > 2)
+      DrawThinLine(canvas_, pts[count - 1].x(), pts[count - 1].y(), pts[0].x(), pts[0].y(), pixel);
+    return;
+  }
+  const double m = DrawWidth() + 2.0;
+  const QRectF keep(-m, -m, PixelWidth() + 2 * m, PixelHeight() + 2 * m);
   if (closed) {
+    // Cut to a frame just outside the picture: inside it the fill is the
+    // same, and the outline along the cut lies beyond the picture's edge.
+    const QPointF* shape = pts;
+    count = ClipToFrame(pts, count, keep, clipA_, clipB_, shape);
+    if (count < 2) return;
     ApplyBrush(true);
-    painter_.drawPolygon(polygon_.constData(), static_cast<int>(count), Qt::OddEvenFill);
+    painter_.drawPolygon(shape, static_cast<int>(count), Qt::OddEvenFill);
     ApplyBrush(false);
-  } else {
-    painter_.drawPolyline(polygon_.constData(), static_cast<int>(count));
+    return;
+  }
+  // An open line is drawn in the runs between its pieces outside the picture.
+  std::size_t runStart = 0;
+  for (std::size_t i = 1; i <= count; ++i) {
+    if (i < count && !LineOutside(pts[i - 1], pts[i])) continue;
+    if (i - runStart >= 2) painter_.drawPolyline(pts + runStart, static_cast<int>(i - runStart));
+    runStart = i;
   }
 }
 
@@ -332,6 +508,11 @@ void QPainterTarget::DoCopyPicture(const DrawTarget& source) {
   if (!painter_.isActive()) return;
   auto* from = dynamic_cast<const QPainterTarget*>(&source);
   if (from == nullptr || from->image_.isNull()) return;
+  if (canvas_.Bits != nullptr && from->image_.format() == image_.format() && from->image_.size() == image_.size() &&
+      from->image_.bytesPerLine() == image_.bytesPerLine()) {
+    std::memcpy(canvas_.Bits, from->image_.constBits(), static_cast<std::size_t>(image_.sizeInBytes()));
+    return;
+  }
   const QPainter::CompositionMode mode = painter_.compositionMode();
   painter_.setCompositionMode(QPainter::CompositionMode_Source);
   painter_.drawImage(QPointF(0, 0), from->image_);

@@ -23,6 +23,7 @@
 
 #include "map/DrawTarget.h"
 #include "mapqt/QtFontSet.h"
+#include "mapqt/ThinLine.h"
 
 class QBuffer;
 class QSvgGenerator;
@@ -74,6 +75,10 @@ private:
   void ApplyMode();
   void ApplyFont() const;
   QPointF Px(double x, double y) const;
+  // True when lines go straight into the picture's pixels: an owned 32-bit
+  // picture, a one-pixel solid pen, plain copy.
+  bool ThinPen() const;
+  static uint32_t PixelOf(Colour colour);
   // True when a line between the device points with the current pen
   // cannot touch the picture: on an image, such lines are skipped (a chart
   // at a close zoom walks thousands of them far outside the window).
@@ -82,9 +87,11 @@ private:
   const QtFontSet* fonts_;
   double dpi_;
   QImage image_;
+  PixelCanvas canvas_;  // image_'s pixels while painting on it
   QPainter painter_;
   QPolygonF polygon_;  // reused point buffer
   std::vector<QLineF> lines_;  // reused line buffer
+  std::vector<QPointF> clipA_, clipB_;  // polygon clipping scratch
 
   // What the painter holds now.
   Colour penColour_ = -1;

@@ -74,9 +74,15 @@ void Blob(ShapePoint centre, double radiusLat, double radiusLon, std::size_t n, 
     a[j] = rng.Range(0, 0.2 / (j + 1));
     phase[j] = rng.Range(0, 360);
   }
+  // The small bays and capes: a wandering offset whose step is about the
+  // spacing of the points, as in a surveyed coastline, where neighbouring
+  // points lie close together rather than jumping back and forth.
+  const double spacing = 6.3 / static_cast<double>(std::max<std::size_t>(n, 2));
+  double wander = 0;
   for (std::size_t k = 0; k + 1 < n; ++k) {
     const double theta = 360.0 * static_cast<double>(k) / static_cast<double>(n - 1);
-    double r = 1.0 + rng.Range(-0.01, 0.01);
+    wander = 0.995 * wander + rng.Range(-spacing, spacing);
+    double r = 1.0 + wander;
     for (int j = 0; j < 4; ++j) r += a[j] * std::sin(((j + 1) * theta + phase[j]) * kRad);
     const double lat = std::clamp(centre.Lat + radiusLat * r * std::cos(theta * kRad), -89.0, 89.0);
     const double lon = std::clamp(centre.Lon + radiusLon * r * std::sin(theta * kRad), -180.0, 180.0);

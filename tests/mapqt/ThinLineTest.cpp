@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QPolygonF>
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include "mapqt/QPainterTarget.h"
+#include "mapqt/ThinLine.h"
+
+namespace orv {
+namespace {
+
+constexpr uint32_t kBlack = 0xFF000000u;
+
+QImage White(int w, int h) {
+  QImage image(w, h, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  return image;
+}
+
+PixelCanvas CanvasOf(QImage& image) {
+  return {reinterpret_cast<uint32_t*>(image.bits()), image.bytesPerLine() / 4, image.width(), image.height()};
+}
+
+int Differing(const QImage& a, const QImage& b) {
+  int n = 0;
+  for (int y = 0; y < a.height(); ++y)
+    for (int x = 0; x < a.width(); ++x) n += a.pixel(x, y) != b.pixel(x, y);
+  return n;
+}
+
+// The lines a chart draws come at fractional positions of every slope and
+// length; each must light the very pixels QPainter lights for it.
+TEST(ThinLine, LightsThePixelsQPainterLights) {
+  std::mt19937 rng(7);
+  std::uniform_real_distribution<double> anywhere(-30, 230), unit(0, 1);
+  int lines = 0, badLines = 0, badPixels = 0;
+  for (int k = 0; k < 1500; ++k) {
+    double x1 = anywhere(rng), y1 = anywhere(rng), x2, y2;
+    if (k % 3 == 0) {
+      x2 = x1 + (unit(rng) - 0.5) * 20;
+      y2 = y1 + (unit(rng) - 0.5) * 20;
+    } else {
+      x2 = anywhere(rng);
+      y2 = anywhere(rng);
+    }
+    if (k % 7 == 0) y2 = y1;  // level
+    if (k % 11 == 0) x2 = x1;  // upright
+    QImage qt = White(200, 200), own = White(200, 200);
+    {
+      QPainter p(&qt);
+      p.setRenderHint(QPainter::Antialiasing, false);
+      p.setPen(QPen(QColor(0, 0, 0), 1));
+      p.drawLine(QPointF(x1, y1), QPointF(x2, y2));
+    }
+    DrawThinLine(CanvasOf(own), x1, y1, x2, y2, kBlack);
+    const int d = Differing(qt, own);
+    ++lines;
+    badLines += d != 0;
+    badPixels += d;
+  }
+  // Where a line leaves the picture the two cut it in different arithmetic:
+  // a pixel or two at the edge may differ, on a few lines in a thousand.
+  EXPECT_LE(badLines, lines / 200);
+  EXPECT_LE(badPixels, 3 * badLines);
+}
+
+TEST(ThinLine, EndsAndDegenerateLines) {
+  QImage image = White(20, 10);
+  const PixelCanvas c = CanvasOf(image);
+  DrawThinLine(c, 2.6, 5.2, 10.6, 5.2, kBlack);  // both end pixels lit
+  EXPECT_EQ(image.pixel(1, 5), 0xFFFFFFFFu);
+  EXPECT_EQ(image.pixel(2, 5), kBlack);
+  EXPECT_EQ(image.pixel(10, 5), kBlack);
+  EXPECT_EQ(image.pixel(11, 5), 0xFFFFFFFFu);
+
+  image.fill(Qt::white);
+  DrawThinLine(c, 4.4, 3.6, 4.4, 3.6, kBlack);  // no length: the nearest pixel
+  EXPECT_EQ(image.pixel(4, 4), kBlack);
+  EXPECT_EQ(Differing(image, White(20, 10)), 1);
+
+  image.fill(Qt::white);
+  DrawThinLine(c, NAN, 1, 5, 5, kBlack);
+  DrawThinLine(c, -1e9, -1e9, -1e9 + 5, -1e9, kBlack);  // far outside
+  DrawThinLine(c, -4e6, 5.5, 4e6, 5.5, kBlack);          // across and beyond both edges
+  EXPECT_EQ(Differing(image, White(20, 10)), 20);
+  for (int x = 0; x < 20; ++x) EXPECT_EQ(image.pixel(x, 5), kBlack) << x;
+}
+
+// A landmass many times the picture's size, with thousands of points inside
+// single pixels: the map target thins and cuts it before filling, and the
+// picture must be what QPainter draws from all the points.
+TEST(ThinLine, HugeFinePolygonFillsAsQPainterFillsIt) {
+  const QtFontSet fonts;
+  QPainterTarget map(fonts, 160, 100);
+  map.SetScaleWidth(160);
+  map.SetScaleHeight(100);
+  map.SetBackColor(0xFFFFFF);
+  map.Cls();
+  std::vector<DrawPoint> pts;
+  QPolygonF poly;
+  for (int i = 0; i < 20000; ++i) {
+    const double t = 2 * 3.141592653589793 * i / 20000;
+    const double r = 400 + 30 * std::sin(7 * t) + 0.3 * std::sin(900 * t);
+    const DrawPoint p{static_cast<float>(-250 + r * std::cos(t)), static_cast<float>(50 + r * std::sin(t))};
+    pts.push_back(p);
+    poly << QPointF(p.X, p.Y);
+  }
+  map.SetForeColor(0x000000);
+  map.SetFillColor(0x00FF00);
+  map.SetFillStyle(kFillSolid);
+  map.Polygon(pts);
+
+  QImage qt = White(160, 100);
+  {
+    QPainter p(&qt);
+    p.setRenderHint(QPainter::Antialiasing, false);
+    p.setPen(QPen(QColor(0, 0, 0), 1));
+    p.setBrush(QColor(0, 255, 0));
+    p.drawPolygon(poly, Qt::OddEvenFill);
+  }
+  // The coast runs through the picture: thinning moves it by under a pixel.
+  const int d = Differing(qt, map.Image());
+  EXPECT_LT(d, 160 * 100 / 100) << d;
+  EXPECT_EQ(map.Image().pixel(0, 50), qRgb(0, 255, 0));
+  EXPECT_EQ(map.Image().pixel(159, 0), qRgb(255, 255, 255));
+}
+
+}  // namespace
+}  // namespace orv
