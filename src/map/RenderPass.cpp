@@ -284,7 +284,8 @@ struct MapRenderer::Pass {
     map.Lines(self.segments_);
     self.segments_.clear();
   }
-  void AirwayLoop(const std::vector<AirwayRec>& airways, Colour colour, int hiliteKind);
+  void AirwayLoop(const std::vector<AirwayRec>& airways, AirwayPaths& paths, Colour colour, int hiliteKind);
+  void PrepareAirwayPaths(const std::vector<AirwayRec>& airways, AirwayPaths& paths);
   void PlanWaypoints();
   void VorLoop();
   void NdbLoop();
@@ -353,8 +354,8 @@ void MapRenderer::Pass::Run() {
   if (PlanPresent()) DrawRoute();
   // The oceanic tracks and the weather symbols belong to the online layers.
   if (PlanPresent() && over->Sim.Connected) DrawActiveLeg();
-  if (layers.btnJet) AirwayLoop(db.Navaids.JetAirways, c.Jet, kHiliteJet);
-  if (layers.btnVictor) AirwayLoop(db.Navaids.VictorAirways, c.Victor, kHiliteVictor);
+  if (layers.btnJet) AirwayLoop(db.Navaids.JetAirways, self.jetPaths_, c.Jet, kHiliteJet);
+  if (layers.btnVictor) AirwayLoop(db.Navaids.VictorAirways, self.victorPaths_, c.Victor, kHiliteVictor);
   if (PlanPresent()) PlanWaypoints();
   if (layers.btnVor) VorLoop();
   if (layers.btnNdb) NdbLoop();
@@ -783,27 +784,36 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
 
 // ------------------------------------------------------------ route
 
-void MapRenderer::Pass::DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist, bool batch) {
-  if (dist < 0) {
-    // Not known yet: a leg that is short on the flat chart is short on the
-    // sphere too, and needs no great-circle distance.
-    const double dLat = lat2 - lat1, dLon = LonDelta(lon1, lon2) * std::cos((lat1 + lat2) * (kDegToRad / 2));
-    dist = (dLat * dLat + dLon * dLon) * 3600 < 80.0 * 80.0 ? 0 : GcDistance(lat1, lon1, lat2, lon2);
-  }
-  if (dist <= kBendLegNm) {
-    LegLine(proj.X(lon1, lat1), proj.Y(lat1), proj.X(lon2, lat2), proj.Y(lat2), batch);
-    return;
-  }
-  // Along the great circle in steps of 16 NM, the last piece to the true end.
+namespace {
+
+// The length of a leg for the choice between a straight and a bent line;
+// dist < 0 when not known yet. A leg that is short on the flat chart is short
+// on the sphere too, and needs no great-circle distance.
+double LegLength(float lat1, float lon1, float lat2, float lon2, double dist) {
+  if (dist >= 0) return dist;
+  const double dLat = lat2 - lat1, dLon = LonDelta(lon1, lon2) * std::cos((lat1 + lat2) * (kDegToRad / 2));
+  return (dLat * dLat + dLon * dLon) * 3600 < 80.0 * 80.0 ? 0 : GcDistance(lat1, lon1, lat2, lon2);
+}
+
+// The points between the ends of a leg longer than kBendLegNm: along the
+// great circle in steps of 16 NM (the last piece runs to the true end).
+template <typename Sink>
+void BendPoints(float lat1, float lon1, float lat2, float lon2, double dist, Sink&& sink) {
+  if (dist <= kBendLegNm) return;
   const GreatCircleSteps circle(lat1, lon1, lat2, lon2);
+  for (double along = 16; along < dist; along += 16) sink(circle.At(along / dist));
+}
+
+}  // namespace
+
+void MapRenderer::Pass::DrawRouteLeg(float lat1, float lon1, float lat2, float lon2, double dist, bool batch) {
   double px = proj.X(lon1, lat1), py = proj.Y(lat1);
-  for (double along = 16; along < dist; along += 16) {
-    const LatLon p = circle.At(along / dist);
+  BendPoints(lat1, lon1, lat2, lon2, LegLength(lat1, lon1, lat2, lon2, dist), [&](const LatLon& p) {
     const double x = proj.X(p.Lon, p.Lat), y = proj.Y(p.Lat);
     LegLine(px, py, x, y, batch);
     px = x;
     py = y;
-  }
+  });
   LegLine(px, py, proj.X(lon2, lat2), proj.Y(lat2), batch);
 }
 
@@ -877,11 +887,18 @@ void MapRenderer::Pass::PlanWaypoints() {
 
 // ------------------------------------------------------------ airways
 
-void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Colour colour, int hiliteKind) {
+void MapRenderer::Pass::PrepareAirwayPaths(const std::vector<AirwayRec>& airways, AirwayPaths& paths) {
   const auto& ints = db.Navaids.Intersections;
+  if (paths.Ints == ints.data() && paths.IntCount == ints.size() && paths.Segments == airways.data() &&
+      paths.SegmentCount == airways.size())
+    return;
+  paths.Ints = ints.data();
+  paths.IntCount = ints.size();
+  paths.Segments = airways.data();
+  paths.SegmentCount = airways.size();
+  paths.Paths.assign(airways.size(), AirwayPath());
+  paths.Bends.clear();
   const std::size_t slots = ints.size();
-  map.SetDrawWidth(1);
-  map.SetDrawStyle(kDrawStyleSolid);
   for (std::size_t i = 0; i < airways.size(); ++i) {
     const AirwayRec& seg = airways[i];
     if (seg.FromIndex < 0 || seg.ToIndex < 0 || static_cast<std::size_t>(seg.FromIndex) >= slots ||
@@ -889,8 +906,28 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Colour
       continue;
     const IntersectionRec& a = ints[static_cast<std::size_t>(seg.FromIndex)];
     const IntersectionRec& b = ints[static_cast<std::size_t>(seg.ToIndex)];
-    if (!InView(v, a.Lat, a.Lon) && !InView(v, b.Lat, b.Lon)) continue;
-    if (a.Ident.IsEmptySlot() || b.Ident.IsEmptySlot()) continue;
+    AirwayPath& p = paths.Paths[i];
+    p.Lat1 = a.Lat, p.Lon1 = a.Lon, p.Lat2 = b.Lat, p.Lon2 = b.Lon;
+    p.Drawn = !a.Ident.IsEmptySlot() && !b.Ident.IsEmptySlot();
+    if (!p.Drawn) continue;
+    p.FirstBend = static_cast<uint32_t>(paths.Bends.size());
+    BendPoints(a.Lat, a.Lon, b.Lat, b.Lon, LegLength(a.Lat, a.Lon, b.Lat, b.Lon, -1),
+               [&](const LatLon& q) { paths.Bends.push_back({q.Lon, q.Lat}); });
+    p.BendCount = static_cast<uint32_t>(paths.Bends.size() - p.FirstBend);
+  }
+}
+
+void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, AirwayPaths& paths, Colour colour,
+                                   int hiliteKind) {
+  PrepareAirwayPaths(airways, paths);
+  map.SetDrawWidth(1);
+  map.SetDrawStyle(kDrawStyleSolid);
+  const bool labels = label <= 100 && (layers.ShowIcao || layers.ShowName);
+  const DrawPoint* bends = paths.Bends.data();
+  for (std::size_t i = 0; i < paths.Paths.size(); ++i) {
+    const AirwayPath& p = paths.Paths[i];
+    if (!p.Drawn) continue;
+    if (!InView(v, p.Lat1, p.Lon1) && !InView(v, p.Lat2, p.Lon2)) continue;
     // The lines of a run of segments in one colour are drawn in one call,
     // before any label that must lie over them.
     const Colour segColour = Pick(colour, hiliteKind, static_cast<int32_t>(i));
@@ -898,21 +935,31 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Colour
       FlushSegments();
       map.SetForeColor(segColour);
     }
-    DrawRouteLeg(a.Lat, a.Lon, b.Lat, b.Lon, -1, true);
-    if (label <= 100 && (layers.ShowIcao || layers.ShowName)) {
+    const double x1 = proj.X(p.Lon1, p.Lat1), y1 = proj.Y(p.Lat1);
+    const double x2 = proj.X(p.Lon2, p.Lat2), y2 = proj.Y(p.Lat2);
+    double px = x1, py = y1;
+    for (uint32_t k = 0; k < p.BendCount; ++k) {
+      const DrawPoint& q = bends[p.FirstBend + k];
+      const double x = proj.X(q.X, q.Y), y = proj.Y(q.Y);
+      self.segments_.push_back({px, py, x, y});
+      px = x;
+      py = y;
+    }
+    self.segments_.push_back({px, py, x2, y2});
+    if (labels) {
       FlushSegments();
-      const double dist = GcDistance(a.Lat, a.Lon, b.Lat, b.Lon);
+      const AirwayRec& seg = airways[i];
+      const IntersectionRec& a = db.Navaids.Intersections[static_cast<std::size_t>(seg.FromIndex)];
+      const double dist = GcDistance(p.Lat1, p.Lon1, p.Lat2, p.Lon2);
       self.text_.assign(seg.Name.Trimmed());
       if (label < 75) {
         self.text_ += "\r\n";
-        self.text_ += Format(Wrap360(GcCourse(a.Lat, a.Lon, b.Lat, b.Lon) - a.MagVar), "000");
+        self.text_ += Format(Wrap360(GcCourse(p.Lat1, p.Lon1, p.Lat2, p.Lon2) - a.MagVar), "000");
         self.text_ += "\xB0 ";
         self.text_ += Format(dist, "0");
         self.text_ += "NM";
       }
-      const float mx = static_cast<float>((proj.X(a.Lon, a.Lat) + proj.X(b.Lon, b.Lat)) / 2);
-      const float my = static_cast<float>((proj.Y(a.Lat) + proj.Y(b.Lat)) / 2);
-      PrintLabel(mx, my, kLabelSideOnly);
+      PrintLabel(static_cast<float>((x1 + x2) / 2), static_cast<float>((y1 + y2) / 2), kLabelSideOnly);
     }
   }
   FlushSegments();

@@ -210,6 +210,26 @@ private:
   Declutter declutter_;
   std::vector<DrawPoint> points_;       // projected shape points
   std::vector<DrawSegment> segments_;   // airway lines waiting to be drawn in one call
+  // The airways as the pass draws them, worked out once per loaded
+  // database: both ends of each segment side by side (the in-view test
+  // reads nothing else) and the points of the long legs bent along their
+  // great circle, which cost a dozen sines each.
+  struct AirwayPath {
+    float Lat1 = 0, Lon1 = 0, Lat2 = 0, Lon2 = 0;
+    uint32_t FirstBend = 0;
+    uint32_t BendCount = 0;
+    bool Drawn = false;  // both ends are filled intersection slots
+  };
+  struct AirwayPaths {
+    const void* Ints = nullptr;
+    const void* Segments = nullptr;
+    std::size_t IntCount = 0;
+    std::size_t SegmentCount = 0;
+    std::vector<AirwayPath> Paths;
+    std::vector<DrawPoint> Bends;  // X longitude, Y latitude
+  };
+  AirwayPaths victorPaths_;
+  AirwayPaths jetPaths_;
   std::vector<uint8_t> onVictor_;       // per intersection slot: on a victor airway
   std::vector<uint8_t> onJet_;          // per intersection slot: on a jet airway
   const void* airwayFlagsFor_ = nullptr;
