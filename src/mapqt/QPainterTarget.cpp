@@ -183,9 +183,17 @@ void QPainterTarget::End() {
   canvas_ = PixelCanvas();
 }
 
-bool QPainterTarget::ThinPen() const {
-  return canvas_.Bits != nullptr && DrawWidth() == 1 &&
-         (DrawStyle() == kDrawStyleSolid || DrawStyle() == kDrawStyleInsideSolid) && DrawMode() == kDrawModeCopy;
+bool QPainterTarget::DirectPen() const {
+  if (canvas_.Bits == nullptr || DrawMode() != kDrawModeCopy || DrawStyle() == kDrawStyleTransparent) return false;
+  // Wide pens are always solid; a thin one must be solid itself.
+  return DrawWidth() > 1 || DrawStyle() == kDrawStyleSolid || DrawStyle() == kDrawStyleInsideSolid;
+}
+
+void QPainterTarget::DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel) {
+  if (DrawWidth() == 1)
+    DrawThinLine(canvas_, a.x(), a.y(), b.x(), b.y(), pixel);
+  else
+    DrawWideLine(canvas_, a.x(), a.y(), b.x(), b.y(), DrawWidth(), pixel);
 }
 
 uint32_t QPainterTarget::PixelOf(Colour colour) { return 0xFF000000u | ToQColor(colour).rgb(); }
@@ -287,8 +295,8 @@ void QPainterTarget::DoLine(double x1, double y1, double x2, double y2, LineShap
   if (shape == LineShape::Line) {
     const QPointF a = Px(x1, y1), b = Px(x2, y2);
     if (LineOutside(a, b)) return;
-    if (ThinPen()) {
-      DrawThinLine(canvas_, a.x(), a.y(), b.x(), b.y(), PixelOf(colour));
+    if (DirectPen()) {
+      DirectLine(a, b, PixelOf(colour));
       return;
     }
     ApplyPen(colour);
@@ -310,12 +318,10 @@ void QPainterTarget::DoLine(double x1, double y1, double x2, double y2, LineShap
 
 void QPainterTarget::DoLines(const DrawSegment* segments, std::size_t count, Colour colour) {
   if (!painter_.isActive()) return;
-  if (ThinPen()) {
+  if (DirectPen()) {
     const uint32_t pixel = PixelOf(colour);
-    for (std::size_t i = 0; i < count; ++i) {
-      const QPointF a = Px(segments[i].X1, segments[i].Y1), b = Px(segments[i].X2, segments[i].Y2);
-      DrawThinLine(canvas_, a.x(), a.y(), b.x(), b.y(), pixel);
-    }
+    for (std::size_t i = 0; i < count; ++i)
+      DirectLine(Px(segments[i].X1, segments[i].Y1), Px(segments[i].X2, segments[i].Y2), pixel);
     return;
   }
   // One call for the whole batch draws the same pixels as separate calls for
@@ -420,7 +426,7 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
   // seen from close lies mostly outside the picture: both parts are left to
   // the rasteriser only once.
   count = ThinToPixels(pts, count);
-  if (ThinPen()) {
+  if (DirectPen() || (canvas_.Bits != nullptr && DrawStyle() == kDrawStyleTransparent)) {
     // The fill first, then the outline a line at a time, as QPainter would.
     const uint32_t pixel = PixelOf(ForeColor());
     if (closed && FillStyle() != kFillTransparent) {
@@ -435,10 +441,9 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
         ApplyBrush(false);
       }
     }
-    for (std::size_t i = 1; i < count; ++i)
-      DrawThinLine(canvas_, pts[i - 1].x(), pts[i - 1].y(), pts[i].x(), pts[i].y(), pixel);
-    if (closed && count > 2)
-      DrawThinLine(canvas_, pts[count - 1].x(), pts[count - 1].y(), pts[0].x(), pts[0].y(), pixel);
+    if (DrawStyle() == kDrawStyleTransparent) return;
+    for (std::size_t i = 1; i < count; ++i) DirectLine(pts[i - 1], pts[i], pixel);
+    if (closed && count > 2) DirectLine(pts[count - 1], pts[0], pixel);
     return;
   }
   const double m = DrawWidth() + 2.0;

@@ -75,9 +75,10 @@ private:
   void ApplyMode();
   void ApplyFont() const;
   QPointF Px(double x, double y) const;
-  // True when lines go straight into the picture's pixels: an owned 32-bit
-  // picture, a one-pixel solid pen, plain copy.
-  bool ThinPen() const;
+  // True when lines of any width go straight into the pixels (solid, plain
+  // copy, on an owned 32-bit picture); DirectLine draws one.
+  bool DirectPen() const;
+  void DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel);
   static uint32_t PixelOf(Colour colour);
   // True when a line between the device points with the current pen
   // cannot touch the picture: on an image, such lines are skipped (a chart

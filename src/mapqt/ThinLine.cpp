@@ -83,4 +83,75 @@ void DrawThinLine(const PixelCanvas& c, double x1, double y1, double x2, double 
   }
 }
 
+void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double y2, double width, uint32_t pixel) {
+  if (!(std::isfinite(x1) && std::isfinite(y1) && std::isfinite(x2) && std::isfinite(y2) && width > 0)) return;
+  if (c.Bits == nullptr || c.Width <= 0 || c.Height <= 0) return;
+  const double r = width / 2;
+  // Only the part that can touch the picture matters; the cut points lie on
+  // the line, so the shape inside the picture does not change.
+  if (!ClipToBox(x1, y1, x2, y2, -r - 2, -r - 2, c.Width + r + 2, c.Height + r + 2)) return;
+  // Walk across the longer extent, one pixel centre a step; for each, the
+  // shape's cross-section is one run of pixels (the shape is convex).
+  const bool steep = std::fabs(y2 - y1) > std::fabs(x2 - x1);
+  if (steep) {
+    std::swap(x1, y1);
+    std::swap(x2, y2);
+  }
+  if (x1 > x2) {
+    std::swap(x1, x2);
+    std::swap(y1, y2);
+  }
+  const int64_t limitA = steep ? c.Height : c.Width;
+  const int64_t limitB = steep ? c.Width : c.Height;
+  const double dx = x2 - x1, dy = y2 - y1;
+  const double len = std::sqrt(dx * dx + dy * dy);
+  // The band along the segment: |(y - y1) * dx - (x - x1) * dy| <= r * len.
+  const double halfBand = dx > 0 ? r * len / dx : 0;
+  const int64_t first = std::max<int64_t>(static_cast<int64_t>(std::ceil(x1 - r - 0.5)), 0);
+  const int64_t last = std::min<int64_t>(static_cast<int64_t>(std::floor(x2 + r - 0.5)), limitA - 1);
+  const double rr = r * r;
+  for (int64_t a = first; a <= last; ++a) {
+    const double x = static_cast<double>(a) + 0.5;
+    double lo = HUGE_VAL, hi = -HUGE_VAL;
+    // The band, within the stretch of x where the perpendiculars through
+    // the ends bound it.
+    if (dx > 0) {
+      const double mid = y1 + (x - x1) * dy / dx;
+      double bandLo = mid - halfBand, bandHi = mid + halfBand;
+      // The perpendicular ends: (x - x1) * dx + (y - y1) * dy >= 0 and
+      // (x - x2) * dx + (y - y2) * dy <= 0.
+      if (dy != 0) {
+        const double e1 = y1 - (x - x1) * dx / dy, e2 = y2 - (x - x2) * dx / dy;
+        if (dy > 0) {
+          bandLo = std::max(bandLo, e1);
+          bandHi = std::min(bandHi, e2);
+        } else {
+          bandLo = std::max(bandLo, e2);
+          bandHi = std::min(bandHi, e1);
+        }
+      } else if (x < x1 || x > x2) {
+        bandLo = HUGE_VAL;
+      }
+      if (bandLo <= bandHi) lo = bandLo, hi = bandHi;
+    }
+    // The round ends.
+    for (int end = 0; end < 2; ++end) {
+      const double ex = end ? x2 : x1, ey = end ? y2 : y1;
+      const double d = x - ex;
+      if (d * d > rr) continue;
+      const double h = std::sqrt(rr - d * d);
+      lo = std::min(lo, ey - h);
+      hi = std::max(hi, ey + h);
+    }
+    if (!(lo <= hi)) continue;
+    const int64_t from = std::max<int64_t>(static_cast<int64_t>(std::ceil(lo - 0.5)), 0);
+    const int64_t to = std::min<int64_t>(static_cast<int64_t>(std::floor(hi - 0.5)), limitB - 1);
+    if (steep) {
+      for (int64_t b = from; b <= to; ++b) c.Bits[a * c.Stride + b] = pixel;
+    } else {
+      for (int64_t b = from; b <= to; ++b) c.Bits[b * c.Stride + a] = pixel;
+    }
+  }
+}
+
 }  // namespace orv

@@ -27,4 +27,10 @@ struct PixelCanvas {
 // canvas. Coordinates may lie anywhere; non-finite ones draw nothing.
 void DrawThinLine(const PixelCanvas& canvas, double x1, double y1, double x2, double y2, uint32_t pixel);
 
+// Draws a line `width` pixels wide with round ends: every pixel whose centre
+// lies within width / 2 of the segment. Lines drawn end to end this way meet
+// in round joins. Coordinates may lie anywhere; non-finite ones draw nothing.
+void DrawWideLine(const PixelCanvas& canvas, double x1, double y1, double x2, double y2, double width,
+                  uint32_t pixel);
+
 }  // namespace orv
