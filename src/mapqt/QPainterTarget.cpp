@@ -359,6 +359,7 @@ void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, 
   }
   const QRectF box(centre.x() - rx, centre.y() - ry, 2 * rx, 2 * ry);
   if (!isArc || (start == 0 && end == 0)) {
+    if (StampEllipse(centre, rx, ry, colour)) return;
     ApplyBrush(true);
     painter_.drawEllipse(box);
     ApplyBrush(false);
@@ -381,6 +382,76 @@ void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, 
   painter_.drawArc(box, start16, span16);
   if (start < 0) painter_.drawLine(centre, QPointF(centre.x() + rx * std::cos(a0), centre.y() - ry * std::sin(a0)));
   if (end < 0) painter_.drawLine(centre, QPointF(centre.x() + rx * std::cos(a1), centre.y() - ry * std::sin(a1)));
+}
+
+bool QPainterTarget::StampEllipse(const QPointF& centre, double rx, double ry, Colour colour) {
+  // Small rings and discs only (airports, navaid symbols), in the plain
+  // styles; the rest goes to QPainter.
+  constexpr double kMaxRadius = 24;
+  if (canvas_.Bits == nullptr || DrawMode() != kDrawModeCopy || !(rx <= kMaxRadius && ry <= kMaxRadius)) return false;
+  const bool pen = DrawStyle() != kDrawStyleTransparent;
+  if (pen && !DirectPen()) return false;
+  const int16_t fill = FillStyle();
+  if (fill != kFillSolid && fill != kFillTransparent) return false;
+  const double left = std::floor(centre.x()), top = std::floor(centre.y());
+  if (!(std::fabs(left) < 1e6 && std::fabs(top) < 1e6)) return false;
+  const int width = DrawWidth();
+  if (left + rx + width + 2 < 0 || top + ry + width + 2 < 0 || left - rx - width - 2 >= canvas_.Width ||
+      top - ry - width - 2 >= canvas_.Height)
+    return true;  // wholly outside the picture
+
+  // The same sizes at the same place within a pixel give the same pixels
+  // anywhere on the picture (the chart's positions fall on a few fractions
+  // of a pixel, so the kept copies stay few).
+  const int ix = static_cast<int>(left), iy = static_cast<int>(top);
+  const StampKey key{centre.x() - left, centre.y() - top, rx, ry, width, pen, fill == kFillSolid};
+  auto found = stamps_.find(key);
+  if (found == stamps_.end()) {
+    if (stamps_.size() > 4096) stamps_.clear();
+    found = stamps_.emplace(key, MakeStamp(key)).first;
+  }
+  const uint32_t outline = PixelOf(colour), inside = PixelOf(FillColor());
+  for (const StampPixel& p : found->second) {
+    const int x = ix + p.Dx, y = iy + p.Dy;
+    if (x >= 0 && x < canvas_.Width && y >= 0 && y < canvas_.Height)
+      canvas_.Bits[static_cast<std::ptrdiff_t>(y) * canvas_.Stride + x] = p.Outline ? outline : inside;
+  }
+  return true;
+}
+
+std::vector<QPainterTarget::StampPixel> QPainterTarget::MakeStamp(const StampKey& key) {
+  // Drawn once by QPainter with the target's pen, in two marker colours.
+  const int width = key.Width;
+  const int margin = static_cast<int>(std::ceil(std::max(key.Rx, key.Ry))) + width + 3;
+  QImage scratch(2 * margin + 1, 2 * margin + 1, QImage::Format_RGB32);
+  scratch.fill(Qt::white);
+  {
+    QPainter p(&scratch);
+    p.setRenderHint(QPainter::Antialiasing, false);
+    if (key.Pen) {
+      QPen outline(QColor(255, 0, 0));
+      outline.setWidth(width);
+      if (width > 1) {
+        outline.setCapStyle(Qt::RoundCap);
+        outline.setJoinStyle(width == 2 ? Qt::BevelJoin : Qt::RoundJoin);
+      }
+      p.setPen(outline);
+    } else {
+      p.setPen(Qt::NoPen);
+    }
+    p.setBrush(key.Filled ? QBrush(QColor(0, 0, 255)) : QBrush(Qt::NoBrush));
+    const double cx = margin + key.Fx, cy = margin + key.Fy;
+    p.drawEllipse(QRectF(cx - key.Rx, cy - key.Ry, 2 * key.Rx, 2 * key.Ry));
+  }
+  std::vector<StampPixel> out;
+  for (int y = 0; y < scratch.height(); ++y) {
+    for (int x = 0; x < scratch.width(); ++x) {
+      const QRgb c = scratch.pixel(x, y);
+      if (c == qRgb(255, 0, 0)) out.push_back({static_cast<int16_t>(x - margin), static_cast<int16_t>(y - margin), true});
+      if (c == qRgb(0, 0, 255)) out.push_back({static_cast<int16_t>(x - margin), static_cast<int16_t>(y - margin), false});
+    }
+  }
+  return out;
 }
 
 void QPainterTarget::DoPSet(double x, double y, Colour colour) {

@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "map/DrawTarget.h"
@@ -79,6 +80,28 @@ private:
   // copy, on an owned 32-bit picture); DirectLine draws one.
   bool DirectPen() const;
   void DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel);
+  // A small circle or ellipse from a kept copy of QPainter's pixels for the
+  // same size, pen and place within a pixel; false when it must be drawn.
+  struct StampPixel {
+    int16_t Dx, Dy;
+    bool Outline;
+  };
+  struct StampKey {
+    double Fx, Fy;  // the centre's place within its pixel
+    double Rx, Ry;
+    int Width;
+    bool Pen, Filled;
+    bool operator==(const StampKey&) const = default;
+  };
+  struct StampHash {
+    std::size_t operator()(const StampKey& k) const {
+      const std::hash<double> h;
+      return h(k.Fx) ^ (h(k.Fy) * 31) ^ (h(k.Rx) * 131) ^ (h(k.Ry) * 521) ^
+             static_cast<std::size_t>(k.Width * 8 + k.Pen * 2 + k.Filled);
+    }
+  };
+  bool StampEllipse(const QPointF& centre, double rx, double ry, Colour colour);
+  static std::vector<StampPixel> MakeStamp(const StampKey& key);
   static uint32_t PixelOf(Colour colour);
   // True when a line between the device points with the current pen
   // cannot touch the picture: on an image, such lines are skipped (a chart
@@ -93,6 +116,7 @@ private:
   QPolygonF polygon_;  // reused point buffer
   std::vector<QLineF> lines_;  // reused line buffer
   std::vector<QPointF> clipA_, clipB_;  // polygon clipping scratch
+  std::unordered_map<StampKey, std::vector<StampPixel>, StampHash> stamps_;
 
   // What the painter holds now.
   Colour penColour_ = -1;

@@ -121,6 +121,48 @@ TEST(ThinLine, WideLinesCoverWhatQPainterCovers) {
   }
 }
 
+// Airports and navaids are small rings and discs by the thousand; the target
+// keeps QPainter's pixels for each size and place within a pixel.
+TEST(ThinLine, SmallCirclesAreQPaintersCircles) {
+  const QtFontSet fonts;
+  QPainterTarget map(fonts, 120, 120);
+  map.SetScaleWidth(1800);  // 15 units a pixel, as on the chart
+  map.SetScaleHeight(1800);
+  std::mt19937 rng(3);
+  std::uniform_int_distribution<int> place(-100, 1900);
+  int differing = 0;
+  for (int k = 0; k < 400; ++k) {
+    const double x = place(rng), y = place(rng), radius = 15 + (k % 6) * 13;
+    const int width = 1 + k % 3;
+    const bool filled = k % 4 == 0;
+    map.SetBackColor(0xFFFFFF);
+    map.Cls();
+    map.SetDrawWidth(static_cast<int16_t>(width));
+    map.SetFillStyle(filled ? kFillSolid : kFillTransparent);
+    map.SetFillColor(0xFF0000);
+    map.Circle(x, y, radius, 0x0000FF);
+
+    QImage qt = White(120, 120);
+    {
+      QPainter p(&qt);
+      p.setRenderHint(QPainter::Antialiasing, false);
+      QPen pen(QColor(255, 0, 0), width);
+      if (width > 1) {
+        pen.setCapStyle(Qt::RoundCap);
+        pen.setJoinStyle(width == 2 ? Qt::BevelJoin : Qt::RoundJoin);
+      }
+      p.setPen(pen);
+      p.setBrush(filled ? QBrush(QColor(0, 0, 255)) : QBrush(Qt::NoBrush));
+      const double r = radius / 15;
+      p.drawEllipse(QRectF(x / 15 - r, y / 15 - r, 2 * r, 2 * r));
+    }
+    differing += Differing(qt, map.Image());
+  }
+  // The copy is drawn a whole number of pixels away from the real place: the
+  // last bit of a coordinate could tip a rim pixel, but hardly ever does.
+  EXPECT_LE(differing, 4);
+}
+
 // A landmass many times the picture's size, with thousands of points inside
 // single pixels: the map target thins and cuts it before filling, and the
 // picture must be what QPainter draws from all the points.
