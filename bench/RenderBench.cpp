@@ -208,9 +208,12 @@ QtFontSet& Fonts() {
   static char name[] = "RenderBench";
   static char* argv[] = {name, nullptr};
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QGuiApplication app(argc, argv);
-  static QtFontSet fonts;
-  return fonts;
+  // Kept to the end of the process: tearing the application down among the
+  // other statics at exit crashes in Qt's font cache.
+  static auto* app = new QGuiApplication(argc, argv);
+  static auto* fonts = new QtFontSet;
+  (void)app;
+  return *fonts;
 }
 
 void RenderAt(benchmark::State& state, float lat, float lon, int32_t range) {

@@ -51,8 +51,14 @@ void DrawThinLine(const PixelCanvas& c, double x1, double y1, double x2, double 
     return;
   }
   // The cut leaves a pixel's margin, so that the pixels inside are chosen as
-  // if the line went on.
-  if (!ClipToBox(x1, y1, x2, y2, -1.0, -1.0, c.Width + 1.0, c.Height + 1.0)) return;
+  // if the line went on. Most lines lie wholly inside or wholly beyond one
+  // edge, and need no cut.
+  const double hiX = c.Width + 1.0, hiY = c.Height + 1.0;
+  if ((x1 < -1.0 && x2 < -1.0) || (y1 < -1.0 && y2 < -1.0) || (x1 > hiX && x2 > hiX) || (y1 > hiY && y2 > hiY))
+    return;
+  const bool inside = x1 >= -1.0 && x2 >= -1.0 && y1 >= -1.0 && y2 >= -1.0 && x1 <= hiX && x2 <= hiX &&
+                      y1 <= hiY && y2 <= hiY;
+  if (!inside && !ClipToBox(x1, y1, x2, y2, -1.0, -1.0, hiX, hiY)) return;
 
   // Positions in 64ths of a pixel (cut toward zero), the slope in 65536ths.
   int64_t a1 = static_cast<int64_t>(x1 * 64), b1 = static_cast<int64_t>(y1 * 64);
