@@ -295,6 +295,10 @@ struct MapRenderer::Pass {
   void UserWaypointLoop();
   void DrawTrace();
   void PolylineOf(std::span<const ShapePoint> pts, std::size_t maxPoints, bool closed);
+  // The first maxPoints points of shape `index` of a set, thinned to the
+  // present zoom's pixel.
+  std::span<const ShapePoint> Thinned(ThinnedShapes& set, const std::vector<ShapePoint>& all, std::size_t shapes,
+                                      std::size_t index, std::span<const ShapePoint> raw, std::size_t maxPoints);
   // Prints the lines of self.text_ (split at CR LF) from place, each line at
   // the same X.
   void PrintLines(LabelPlace place);
@@ -387,6 +391,46 @@ void MapRenderer::Pass::PolylineOf(std::span<const ShapePoint> pts, std::size_t 
     map.Polyline(buf.data(), n);
 }
 
+std::span<const ShapePoint> MapRenderer::Pass::Thinned(ThinnedShapes& set, const std::vector<ShapePoint>& all,
+                                                       std::size_t shapes, std::size_t index,
+                                                       std::span<const ShapePoint> raw, std::size_t maxPoints) {
+  raw = raw.first(std::min(raw.size(), maxPoints));
+  // A pixel in degrees of latitude; a degree of longitude is never longer on
+  // the chart, so the same cell is at most a pixel wide there too.
+  const double cell = map.ScaleWidth() / map.PixelWidth() / static_cast<double>(v.Scaling);
+  if (!(cell > 0) || !std::isfinite(cell) || index >= shapes) return raw;
+  if (set.Source != all.data() || set.SourceCount != all.size() || set.ShapeCount != shapes || set.Cell != cell) {
+    set.Source = all.data();
+    set.SourceCount = all.size();
+    set.ShapeCount = shapes;
+    set.Cell = cell;
+    set.First.assign(shapes, UINT32_MAX);
+    set.Count.assign(shapes, 0);
+    set.Points.clear();
+  }
+  if (set.First[index] == UINT32_MAX) {
+    const std::size_t first = set.Points.size();
+    if (raw.size() <= 2) {
+      set.Points.insert(set.Points.end(), raw.begin(), raw.end());
+    } else {
+      const double per = 1.0 / cell;
+      double cellLat = std::floor(raw[0].Lat * per), cellLon = std::floor(raw[0].Lon * per);
+      set.Points.push_back(raw[0]);
+      for (std::size_t i = 1; i + 1 < raw.size(); ++i) {
+        const double lat = std::floor(raw[i].Lat * per), lon = std::floor(raw[i].Lon * per);
+        if (lat == cellLat && lon == cellLon) continue;
+        cellLat = lat;
+        cellLon = lon;
+        set.Points.push_back(raw[i]);
+      }
+      set.Points.push_back(raw.back());
+    }
+    set.First[index] = static_cast<uint32_t>(first);
+    set.Count[index] = static_cast<uint32_t>(set.Points.size() - first);
+  }
+  return {set.Points.data() + set.First[index], set.Count[index]};
+}
+
 void MapRenderer::Pass::DrawCoastlines() {
   map.SetForeColor(c.Coast);
   map.SetFillColor(c.Land);
@@ -399,10 +443,13 @@ void MapRenderer::Pass::DrawCoastlines() {
       map.SetForeColor(c.River);
       map.SetFillColor(c.River);
     }
-    for (const WorldShapeRec& shape : s.WorldPolygons) {
+    for (std::size_t i = 0; i < s.WorldPolygons.size(); ++i) {
+      const WorldShapeRec& shape = s.WorldPolygons[i];
       if ((shape.Kind == kWorldLakeKind) != (lakes == 1)) continue;
       if (!BoxOverlaps(v, shape.North, shape.South, shape.East, shape.West)) continue;
-      PolylineOf(s.PolygonPointsOf(shape), SIZE_MAX, true);
+      PolylineOf(Thinned(self.worldPolygonsThin_, s.WorldPolygonPoints, s.WorldPolygons.size(), i,
+                         s.PolygonPointsOf(shape), SIZE_MAX),
+                 SIZE_MAX, true);
     }
   }
   map.SetFillStyle(kFillTransparent);
@@ -412,10 +459,13 @@ void MapRenderer::Pass::DrawCoastlines() {
 void MapRenderer::Pass::DrawWorldLines() {
   map.SetDrawWidth(label < 2000 && label > 50 ? 2 : 1);
   const AirspaceTables& s = db.Shapes;
-  for (const WorldShapeRec& shape : s.WorldLines) {
+  for (std::size_t i = 0; i < s.WorldLines.size(); ++i) {
+    const WorldShapeRec& shape = s.WorldLines[i];
     if (!BoxOverlaps(v, shape.North, shape.South, shape.East, shape.West)) continue;
     map.SetForeColor(shape.Kind == kWorldRiverKind ? c.River : c.Coast);
-    PolylineOf(s.LinePointsOf(shape), SIZE_MAX, false);
+    PolylineOf(Thinned(self.worldLinesThin_, s.WorldLinePoints, s.WorldLines.size(), i, s.LinePointsOf(shape),
+                       SIZE_MAX),
+               SIZE_MAX, false);
   }
   map.SetDrawWidth(1);
 }
@@ -512,10 +562,17 @@ void MapRenderer::Pass::DrawAirspaces() {
   map.SetDrawWidth(1);
   map.SetDrawStyle(kDrawStyleSolid);
   map.SetFillStyle(kFillTransparent);
-  for (const AirspaceRec& a : s.Airspaces) {
+  if (self.airspaceClassesFor_ != s.Airspaces.data() || self.airspaceClasses_.size() != s.Airspaces.size()) {
+    self.airspaceClassesFor_ = s.Airspaces.data();
+    self.airspaceClasses_.resize(s.Airspaces.size());
+    for (std::size_t i = 0; i < s.Airspaces.size(); ++i)
+      self.airspaceClasses_[i] = AirspaceClassOf(s.Airspaces[i].Class.View());
+  }
+  for (std::size_t i = 0; i < s.Airspaces.size(); ++i) {
+    const AirspaceRec& a = s.Airspaces[i];
     if (a.PointCount <= 0) continue;
     if (!BoxOverlaps(v, a.North, a.South, a.East, a.West)) continue;
-    const AirspaceClass cls = AirspaceClassOf(a.Class.View());
+    const AirspaceClass cls = self.airspaceClasses_[i];
     bool on = false;
     Colour colour = c.Air1;
     switch (cls) {
@@ -537,7 +594,8 @@ void MapRenderer::Pass::DrawAirspaces() {
     // Control zones up to 300 NM, other areas below 1000 NM.
     if (cls == AirspaceClass::Ctrz ? label > 300 : label >= 1000) continue;
     map.SetForeColor(colour);
-    PolylineOf(s.PointsOf(a), 5000, false);
+    PolylineOf(Thinned(self.airspacesThin_, s.AirspacePoints, s.Airspaces.size(), i, s.PointsOf(a), 5000), SIZE_MAX,
+               false);
   }
 }
 
@@ -786,6 +844,8 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
 
 namespace {
 
+constexpr uint32_t kBendsUnknown = UINT32_MAX;
+
 // The length of a leg for the choice between a straight and a bent line;
 // dist < 0 when not known yet. A leg that is short on the flat chart is short
 // on the sphere too, and needs no great-circle distance.
@@ -909,11 +969,7 @@ void MapRenderer::Pass::PrepareAirwayPaths(const std::vector<AirwayRec>& airways
     AirwayPath& p = paths.Paths[i];
     p.Lat1 = a.Lat, p.Lon1 = a.Lon, p.Lat2 = b.Lat, p.Lon2 = b.Lon;
     p.Drawn = !a.Ident.IsEmptySlot() && !b.Ident.IsEmptySlot();
-    if (!p.Drawn) continue;
-    p.FirstBend = static_cast<uint32_t>(paths.Bends.size());
-    BendPoints(a.Lat, a.Lon, b.Lat, b.Lon, LegLength(a.Lat, a.Lon, b.Lat, b.Lon, -1),
-               [&](const LatLon& q) { paths.Bends.push_back({q.Lon, q.Lat}); });
-    p.BendCount = static_cast<uint32_t>(paths.Bends.size() - p.FirstBend);
+    p.FirstBend = kBendsUnknown;  // worked out when first drawn
   }
 }
 
@@ -925,7 +981,7 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Airway
   const bool labels = label <= 100 && (layers.ShowIcao || layers.ShowName);
   const DrawPoint* bends = paths.Bends.data();
   for (std::size_t i = 0; i < paths.Paths.size(); ++i) {
-    const AirwayPath& p = paths.Paths[i];
+    AirwayPath& p = paths.Paths[i];
     if (!p.Drawn) continue;
     if (!InView(v, p.Lat1, p.Lon1) && !InView(v, p.Lat2, p.Lon2)) continue;
     // The lines of a run of segments in one colour are drawn in one call,
@@ -934,6 +990,13 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Airway
     if (segColour != map.ForeColor()) {
       FlushSegments();
       map.SetForeColor(segColour);
+    }
+    if (p.FirstBend == kBendsUnknown) {
+      p.FirstBend = static_cast<uint32_t>(paths.Bends.size());
+      BendPoints(p.Lat1, p.Lon1, p.Lat2, p.Lon2, LegLength(p.Lat1, p.Lon1, p.Lat2, p.Lon2, -1),
+                 [&](const LatLon& q) { paths.Bends.push_back({q.Lon, q.Lat}); });
+      p.BendCount = static_cast<uint32_t>(paths.Bends.size() - p.FirstBend);
+      bends = paths.Bends.data();
     }
     const double x1 = proj.X(p.Lon1, p.Lat1), y1 = proj.Y(p.Lat1);
     const double x2 = proj.X(p.Lon2, p.Lat2), y2 = proj.Y(p.Lat2);

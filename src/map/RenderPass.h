@@ -228,6 +228,26 @@ private:
     std::vector<AirwayPath> Paths;
     std::vector<DrawPoint> Bends;  // X longitude, Y latitude
   };
+  // A set of shapes (coastlines, rivers, airspaces) with the points left
+  // out that lie in the cell of the point kept before them, a cell being a
+  // pixel of the present zoom: a coastline of a hundred thousand points is a
+  // few thousand at 2000 NM. Each shape is thinned when first drawn at a
+  // zoom; a new zoom or a new database starts afresh.
+  struct ThinnedShapes {
+    const void* Source = nullptr;
+    std::size_t SourceCount = 0;
+    std::size_t ShapeCount = 0;
+    double Cell = 0;  // degrees
+    std::vector<uint32_t> First;
+    std::vector<uint32_t> Count;
+    std::vector<ShapePoint> Points;
+  };
+  ThinnedShapes worldPolygonsThin_;
+  ThinnedShapes worldLinesThin_;
+  ThinnedShapes airspacesThin_;
+  // AirspaceClassOf of each airspace, worked out once per database.
+  std::vector<AirspaceClass> airspaceClasses_;
+  const void* airspaceClassesFor_ = nullptr;
   AirwayPaths victorPaths_;
   AirwayPaths jetPaths_;
   std::vector<uint8_t> onVictor_;       // per intersection slot: on a victor airway
