@@ -1,5 +1,6 @@
 #include "mapqt/ThinLine.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -82,10 +83,24 @@ void DrawThinLine(const PixelCanvas& c, double x1, double y1, double x2, double 
   const int64_t end = (a2 + 64) >> 6;
   const int64_t at = step > 0 ? 32 : 0;
   int64_t b = (b1 << 10) - (step >> 1) + ((((first << 6) + at - (a1 - 32)) * step) >> 6);
+  // Only the steps inside the picture along the walk; across it, a pixel
+  // may still fall just outside.
+  const int64_t limitA = steep ? c.Height : c.Width;
+  const auto limitB = static_cast<uint64_t>(steep ? c.Width : c.Height);
+  const int64_t from = std::max<int64_t>(first, 0), to = std::min<int64_t>(end, limitA);
+  b += (from - first) * step;
+  uint32_t* bits = c.Bits;
+  const std::ptrdiff_t stride = c.Stride;
   if (steep) {
-    for (int64_t a = first; a < end; ++a, b += step) Put(c, b >> 16, a, pixel);
+    for (int64_t a = from; a < to; ++a, b += step) {
+      const int64_t col = b >> 16;
+      if (static_cast<uint64_t>(col) < limitB) bits[a * stride + col] = pixel;
+    }
   } else {
-    for (int64_t a = first; a < end; ++a, b += step) Put(c, a, b >> 16, pixel);
+    for (int64_t a = from; a < to; ++a, b += step) {
+      const int64_t row = b >> 16;
+      if (static_cast<uint64_t>(row) < limitB) bits[row * stride + a] = pixel;
+    }
   }
 }
 
@@ -116,18 +131,20 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
   const int64_t first = std::max<int64_t>(static_cast<int64_t>(std::ceil(x1 - r - 0.5)), 0);
   const int64_t last = std::min<int64_t>(static_cast<int64_t>(std::floor(x2 + r - 0.5)), limitA - 1);
   const double rr = r * r;
+  const double slope = dx > 0 ? dy / dx : 0;
+  const double across = dy != 0 ? dx / dy : 0;
   for (int64_t a = first; a <= last; ++a) {
     const double x = static_cast<double>(a) + 0.5;
     double lo = HUGE_VAL, hi = -HUGE_VAL;
     // The band, within the stretch of x where the perpendiculars through
     // the ends bound it.
     if (dx > 0) {
-      const double mid = y1 + (x - x1) * dy / dx;
+      const double mid = y1 + (x - x1) * slope;
       double bandLo = mid - halfBand, bandHi = mid + halfBand;
       // The perpendicular ends: (x - x1) * dx + (y - y1) * dy >= 0 and
       // (x - x2) * dx + (y - y2) * dy <= 0.
       if (dy != 0) {
-        const double e1 = y1 - (x - x1) * dx / dy, e2 = y2 - (x - x2) * dx / dy;
+        const double e1 = y1 - (x - x1) * across, e2 = y2 - (x - x2) * across;
         if (dy > 0) {
           bandLo = std::max(bandLo, e1);
           bandHi = std::min(bandHi, e2);
