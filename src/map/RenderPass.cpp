@@ -413,17 +413,26 @@ std::span<const ShapePoint> MapRenderer::Pass::Thinned(ThinnedShapes& set, const
     if (raw.size() <= 2) {
       set.Points.insert(set.Points.end(), raw.begin(), raw.end());
     } else {
+      // First the points inside the cell of the point before them, then the
+      // points of the stretches that run within half a pixel of a straight
+      // line between their ends (Douglas-Peucker): a round control zone of a
+      // hundred pixels is a few dozen lines rather than a hundred.
+      std::vector<ShapePoint>& pts = self.thinScratch_;
+      pts.clear();
       const double per = 1.0 / cell;
       double cellLat = std::floor(raw[0].Lat * per), cellLon = std::floor(raw[0].Lon * per);
-      set.Points.push_back(raw[0]);
+      pts.push_back(raw[0]);
       for (std::size_t i = 1; i + 1 < raw.size(); ++i) {
         const double lat = std::floor(raw[i].Lat * per), lon = std::floor(raw[i].Lon * per);
         if (lat == cellLat && lon == cellLon) continue;
         cellLat = lat;
         cellLon = lon;
-        set.Points.push_back(raw[i]);
+        pts.push_back(raw[i]);
       }
-      set.Points.push_back(raw.back());
+      pts.push_back(raw.back());
+      KeepShapePoints(pts, cell / 2, self.keep_, self.stack_);
+      for (std::size_t i = 0; i < pts.size(); ++i)
+        if (self.keep_[i]) set.Points.push_back(pts[i]);
     }
     set.First[index] = static_cast<uint32_t>(first);
     set.Count[index] = static_cast<uint32_t>(set.Points.size() - first);
@@ -845,6 +854,56 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
 namespace {
 
 constexpr uint32_t kBendsUnknown = UINT32_MAX;
+
+}  // namespace
+
+// Marks the points of a line that keep every left-out point within
+// `tolerance` (degrees, longitude taken at the equator's scale) of the line
+// through the kept ones: Douglas-Peucker, with a stack of stretches rather
+// than recursion. The ends are always kept.
+void KeepShapePoints(const std::vector<ShapePoint>& pts, double tolerance, std::vector<uint8_t>& keep,
+                     std::vector<std::pair<uint32_t, uint32_t>>& stack) {
+  const std::size_t n = pts.size();
+  keep.assign(n, 0);
+  if (n == 0) return;
+  keep[0] = keep[n - 1] = 1;
+  stack.clear();
+  if (n > 2) stack.emplace_back(0, static_cast<uint32_t>(n - 1));
+  const double tol2 = tolerance * tolerance;
+  while (!stack.empty()) {
+    const auto [a, b] = stack.back();
+    stack.pop_back();
+    const double ax = pts[a].Lon, ay = pts[a].Lat;
+    const double dx = pts[b].Lon - ax, dy = pts[b].Lat - ay;
+    const double len2 = dx * dx + dy * dy;
+    double worst = -1;
+    uint32_t at = a;
+    for (uint32_t i = a + 1; i < b; ++i) {
+      const double px = pts[i].Lon - ax, py = pts[i].Lat - ay;
+      double d2;
+      if (len2 == 0) {
+        d2 = px * px + py * py;
+      } else {
+        // Distance to the segment (not the endless line), so that a shape
+        // doubling back on itself keeps its far point.
+        const double t = std::clamp((px * dx + py * dy) / len2, 0.0, 1.0);
+        const double ex = px - t * dx, ey = py - t * dy;
+        d2 = ex * ex + ey * ey;
+      }
+      if (d2 > worst) {
+        worst = d2;
+        at = i;
+      }
+    }
+    if (worst > tol2) {
+      keep[at] = 1;
+      if (at - a > 1) stack.emplace_back(a, at);
+      if (b - at > 1) stack.emplace_back(at, b);
+    }
+  }
+}
+
+namespace {
 
 // The length of a leg for the choice between a straight and a bent line;
 // dist < 0 when not known yet. A leg that is short on the flat chart is short

@@ -28,6 +28,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/Settings.h"
@@ -189,6 +190,12 @@ inline constexpr double kMetresPerDegree = 111130.556;
 // A runway length in feet as surface units: whole metres (cut), at Scaling.
 double RunwayUnits(double feet, int32_t scaling);
 
+// Marks (in keep) the points of a line to draw so that every other point lies
+// within `tolerance` degrees of the line through the kept ones, longitude
+// measured at the equator's scale; the first and last point are kept.
+void KeepShapePoints(const std::vector<ShapePoint>& pts, double tolerance, std::vector<uint8_t>& keep,
+                     std::vector<std::pair<uint32_t, uint32_t>>& stack);
+
 class MapRenderer {
 public:
   MapRenderer() = default;
@@ -242,6 +249,9 @@ private:
     std::vector<uint32_t> Count;
     std::vector<ShapePoint> Points;
   };
+  std::vector<ShapePoint> thinScratch_;
+  std::vector<uint8_t> keep_;
+  std::vector<std::pair<uint32_t, uint32_t>> stack_;
   ThinnedShapes worldPolygonsThin_;
   ThinnedShapes worldLinesThin_;
   ThinnedShapes airspacesThin_;

@@ -380,3 +380,79 @@ TEST(RenderLayerNames, MenuCaptionsControlsAndButtons) {
 
 }  // namespace
 }  // namespace orv
+
+namespace orv {
+namespace {
+
+// The points of a line kept for drawing: within the tolerance of the line
+// through the kept ones, and every corner that sticks out further.
+TEST(ShapeThinning, KeepsTheCornersThatShow) {
+  std::vector<uint8_t> keep;
+  std::vector<std::pair<uint32_t, uint32_t>> stack;
+  std::vector<ShapePoint> straight;
+  for (int i = 0; i <= 100; ++i) straight.push_back({50.0f + 0.001f * static_cast<float>(i % 2), 0.01f * static_cast<float>(i)});
+  KeepShapePoints(straight, 0.002, keep, stack);
+  EXPECT_EQ(std::count(keep.begin(), keep.end(), 1), 2);  // a wobble of 0.001 within 0.002: the ends alone
+  EXPECT_EQ(keep.front(), 1);
+  EXPECT_EQ(keep.back(), 1);
+
+  // A square, corner to corner: each corner stays.
+  const std::vector<ShapePoint> square = {{0, 0}, {0, 0.5f}, {0, 1}, {0.5f, 1}, {1, 1}, {1, 0.5f}, {1, 0}, {0.5f, 0}, {0, 0}};
+  KeepShapePoints(square, 0.01, keep, stack);
+  EXPECT_EQ(keep, (std::vector<uint8_t>{1, 0, 1, 0, 1, 0, 1, 0, 1}));
+
+  // A spike that doubles back along itself lies on the line through its
+  // ends, but its tip is far from the segment between them.
+  const std::vector<ShapePoint> spike = {{0, 0}, {0, 2}, {0, 1}};
+  KeepShapePoints(spike, 0.01, keep, stack);
+  EXPECT_EQ(keep, (std::vector<uint8_t>{1, 1, 1}));
+
+  KeepShapePoints({}, 0.01, keep, stack);
+  EXPECT_TRUE(keep.empty());
+}
+
+// A coastline of thousands of points in a few pixels at 2000 NM reaches the
+// surface as a handful, with its first and last point; at a close zoom the
+// same coast keeps its detail.
+TEST_F(RenderPassTest, FineCoastlinesAreThinnedToTheZoom) {
+  AirspaceTables& s = db.Shapes;
+  s.WorldPolygons.clear();
+  s.WorldPolygonPoints.clear();
+  s.WorldLines.clear();
+  s.WorldLinePoints.clear();
+  WorldShapeRec coast;
+  coast.First = 0;
+  coast.Kind = 1;
+  const int n = 4000;
+  for (int i = 0; i < n; ++i) {
+    const double t = 6.283185307179586 * i / (n - 1);
+    s.WorldPolygonPoints.push_back(
+        {static_cast<float>(50 + 0.5 * std::sin(t) + 0.0005 * std::sin(40 * t)), static_cast<float>(8 + 0.5 * std::cos(t))});
+  }
+  coast.Count = n;
+  coast.North = 50.6f, coast.South = 49.4f, coast.East = 8.6f, coast.West = 7.4f;
+  s.WorldPolygons.push_back(coast);
+  layers.btnMap = true;
+
+  auto coastPoints = [&] {
+    for (const DrawOp& op : map.Ops())
+      if (op.Kind == DrawOpKind::Polygon && op.FillColor == colours.Land) return map.PointsOf(op);
+    return std::span<const DrawPoint>();
+  };
+  Draw(kL2000);
+  const std::span<const DrawPoint> far = coastPoints();
+  ASSERT_GE(far.size(), 3u);
+  EXPECT_LT(far.size(), 200u);
+  const auto& first = s.WorldPolygonPoints.front();
+  const auto& last = s.WorldPolygonPoints.back();
+  EXPECT_EQ(far.front().X, std::floor(view.ScaleWidth / 2 - LonDelta(view.CntrLon, first.Lon) * view.Scaling * CosLat(view.CntrLat)));
+  EXPECT_EQ(far.back().Y, std::floor((view.CntrLat - last.Lat) * view.Scaling + view.ScaleHeight / 2));
+
+  Draw(kL30);
+  EXPECT_GT(coastPoints().size(), 4 * far.size());
+  Draw(kL2000);  // back at the far zoom: thinned again for it
+  EXPECT_EQ(coastPoints().size(), far.size());
+}
+
+}  // namespace
+}  // namespace orv
