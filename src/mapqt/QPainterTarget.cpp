@@ -66,10 +66,15 @@ QString TextOf(std::string_view line) {
 // to within a pixel. Returns the new count.
 std::size_t ThinToPixels(QPointF* pts, std::size_t count) {
   if (count < 3) return count;
+  // The points are pinned to a few million pixels: whole numbers by cutting.
+  auto cell = [](double v) {
+    const auto i = static_cast<int64_t>(v);
+    return i - (v < static_cast<double>(i));
+  };
   std::size_t kept = 1;
-  double cellX = std::floor(pts[0].x()), cellY = std::floor(pts[0].y());
+  int64_t cellX = cell(pts[0].x()), cellY = cell(pts[0].y());
   for (std::size_t i = 1; i + 1 < count; ++i) {
-    const double x = std::floor(pts[i].x()), y = std::floor(pts[i].y());
+    const int64_t x = cell(pts[i].x()), y = cell(pts[i].y());
     if (x == cellX && y == cellY) continue;
     cellX = x;
     cellY = y;

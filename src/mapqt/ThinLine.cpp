@@ -37,6 +37,17 @@ bool ClipToBox(double& x1, double& y1, double& x2, double& y2, double loX, doubl
   return true;
 }
 
+// floor and ceil of a finite value of moderate size, without the library
+// call the baseline instruction set needs for them.
+inline int64_t FloorOf(double v) {
+  const auto i = static_cast<int64_t>(v);
+  return i - (v < static_cast<double>(i));
+}
+inline int64_t CeilOf(double v) {
+  const auto i = static_cast<int64_t>(v);
+  return i + (v > static_cast<double>(i));
+}
+
 void Put(const PixelCanvas& c, int64_t x, int64_t y, uint32_t pixel) {
   if (x >= 0 && x < c.Width && y >= 0 && y < c.Height) c.Bits[y * c.Stride + x] = pixel;
 }
@@ -128,8 +139,8 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
   const double len = std::sqrt(dx * dx + dy * dy);
   // The band along the segment: |(y - y1) * dx - (x - x1) * dy| <= r * len.
   const double halfBand = dx > 0 ? r * len / dx : 0;
-  const int64_t first = std::max<int64_t>(static_cast<int64_t>(std::ceil(x1 - r - 0.5)), 0);
-  const int64_t last = std::min<int64_t>(static_cast<int64_t>(std::floor(x2 + r - 0.5)), limitA - 1);
+  const int64_t first = std::max<int64_t>(CeilOf(x1 - r - 0.5), 0);
+  const int64_t last = std::min<int64_t>(FloorOf(x2 + r - 0.5), limitA - 1);
   const double rr = r * r;
   const double slope = dx > 0 ? dy / dx : 0;
   const double across = dy != 0 ? dx / dy : 0;
@@ -167,8 +178,8 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
       hi = std::max(hi, ey + h);
     }
     if (!(lo <= hi)) continue;
-    const int64_t from = std::max<int64_t>(static_cast<int64_t>(std::ceil(lo - 0.5)), 0);
-    const int64_t to = std::min<int64_t>(static_cast<int64_t>(std::floor(hi - 0.5)), limitB - 1);
+    const int64_t from = std::max<int64_t>(CeilOf(lo - 0.5), 0);
+    const int64_t to = std::min<int64_t>(FloorOf(hi - 0.5), limitB - 1);
     if (steep) {
       for (int64_t b = from; b <= to; ++b) c.Bits[a * c.Stride + b] = pixel;
     } else {
