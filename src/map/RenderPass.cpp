@@ -304,6 +304,18 @@ struct MapRenderer::Pass {
   void PrintLines(LabelPlace place);
   void PrintLabel(float x, float y, int kind);
   void AirwayFlags();
+  // The positions of table's records, worked out when the table changed.
+  template <typename Rec, typename Used>
+  const LatLon* PositionsOf(Positions& cache, const std::vector<Rec>& table, Used used) {
+    if (cache.For != table.data() || cache.Count != table.size()) {
+      cache.For = table.data();
+      cache.Count = table.size();
+      cache.At.resize(table.size());
+      for (std::size_t i = 0; i < table.size(); ++i)
+        cache.At[i] = used(table[i]) ? LatLon{table[i].Lat, table[i].Lon} : LatLon{std::nanf(""), 0};
+    }
+    return cache.At.data();
+  }
 };
 
 void MapRenderer::DrawMap(const MapScene& scene, DrawTarget& map, DrawTarget* backBuffer) {
@@ -717,10 +729,10 @@ void MapRenderer::Pass::PrintLabel(float x, float y, int kind) {
 
 void MapRenderer::Pass::AirportLoop() {
   const auto& airports = db.Airports.Airports;
+  const LatLon* at = PositionsOf(self.airportPositions_, airports, [](const AirportRec& a) { return IsAirportSlotUsed(a); });
   for (std::size_t i = 0; i < airports.size(); ++i) {
+    if (!InView(v, at[i].Lat, at[i].Lon)) continue;
     const AirportRec& ap = airports[i];
-    if (!InView(v, ap.Lat, ap.Lon)) continue;
-    if (!IsAirportSlotUsed(ap)) continue;
     const int32_t index = static_cast<int32_t>(i);
     if (label <= 100) DrawRunwayItems(ap, index);
 
@@ -1091,10 +1103,11 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Airway
 
 void MapRenderer::Pass::VorLoop() {
   const auto& vors = db.Navaids.Vors;
+  const LatLon* at = PositionsOf(self.vorPositions_, vors, [](const VorRec&) { return true; });
   char type[8];
   for (std::size_t i = 0; i < vors.size(); ++i) {
+    if (!InView(v, at[i].Lat, at[i].Lon)) continue;
     const VorRec& vor = vors[i];
-    if (!InView(v, vor.Lat, vor.Lon)) continue;
     const float x = static_cast<float>(proj.X(vor.Lon, vor.Lat)), y = static_cast<float>(proj.Y(vor.Lat));
     Place(x, y);
     navaid.lngColor(Pick(c.Vor, kHiliteVor, static_cast<int32_t>(i)));
@@ -1141,9 +1154,10 @@ void MapRenderer::Pass::VorLoop() {
 
 void MapRenderer::Pass::NdbLoop() {
   const auto& ndbs = db.Navaids.Ndbs;
+  const LatLon* at = PositionsOf(self.ndbPositions_, ndbs, [](const NdbRec&) { return true; });
   for (std::size_t i = 0; i < ndbs.size(); ++i) {
+    if (!InView(v, at[i].Lat, at[i].Lon)) continue;
     const NdbRec& ndb = ndbs[i];
-    if (!InView(v, ndb.Lat, ndb.Lon)) continue;
     const float x = static_cast<float>(proj.X(ndb.Lon, ndb.Lat)), y = static_cast<float>(proj.Y(ndb.Lat));
     Place(x, y);
     navaid.lngColor(Pick(c.Ndb, kHiliteNdb, static_cast<int32_t>(i)));
@@ -1200,10 +1214,11 @@ void MapRenderer::Pass::AirwayFlags() {
 void MapRenderer::Pass::IntersectionLoop() {
   AirwayFlags();
   const auto& ints = db.Navaids.Intersections;
+  const LatLon* at =
+      PositionsOf(self.intersectionPositions_, ints, [](const IntersectionRec& r) { return !r.Ident.IsEmptySlot(); });
   for (std::size_t i = 0; i < ints.size(); ++i) {
+    if (!InView(v, at[i].Lat, at[i].Lon)) continue;
     const IntersectionRec& rec = ints[i];
-    if (!InView(v, rec.Lat, rec.Lon)) continue;
-    if (rec.Ident.IsEmptySlot()) continue;
     // Shown for the intersection switch, or as a point of a shown airway.
     bool shown = layers.btnInter;
     if (!shown && layers.btnVictor && self.onVictor_[i]) shown = true;

@@ -31,6 +31,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Geodesy.h"
 #include "core/Settings.h"
 #include "database/FrmFind.h"
 #include "database/NavDatabase.h"
@@ -258,6 +259,18 @@ private:
   // AirspaceClassOf of each airspace, worked out once per database.
   std::vector<AirspaceClass> airspaceClasses_;
   const void* airspaceClassesFor_ = nullptr;
+  // The positions of a table's records side by side, a NaN latitude for an
+  // empty slot: the in-view test of forty thousand airports reads 320 KB
+  // instead of a cache line per record.
+  struct Positions {
+    const void* For = nullptr;
+    std::size_t Count = 0;
+    std::vector<LatLon> At;
+  };
+  Positions airportPositions_;
+  Positions intersectionPositions_;
+  Positions vorPositions_;
+  Positions ndbPositions_;
   AirwayPaths victorPaths_;
   AirwayPaths jetPaths_;
   std::vector<uint8_t> onVictor_;       // per intersection slot: on a victor airway
