@@ -99,9 +99,11 @@ struct Projector {
         cosC(CosLat(v.CntrLat)),
         round(v.RoundWorld) {}
 
-  double X(double lon, double lat) const {
+  double X(double lon, double lat) const { return XOfDelta(LonDelta(cntrLon, lon), lat); }
+  // X of a point delta degrees of longitude west of the centre.
+  double XOfDelta(float delta, double lat) const {
     const double c = round ? CosLat(lat) : cosC;
-    return std::floor(halfW - LonDelta(cntrLon, lon) * scaling * c);
+    return std::floor(halfW - delta * scaling * c);
   }
   double Y(double lat) const { return std::floor((cntrLat - lat) * scaling + halfH); }
 
@@ -395,8 +397,23 @@ void MapRenderer::Pass::PolylineOf(std::span<const ShapePoint> pts, std::size_t 
   if (n < 2) return;
   std::vector<DrawPoint>& buf = self.points_;
   if (buf.size() < n) buf.resize(n);
-  for (std::size_t i = 0; i < n; ++i)
-    buf[i] = {static_cast<float>(proj.X(pts[i].Lon, pts[i].Lat)), static_cast<float>(proj.Y(pts[i].Lat))};
+  // A shape across the meridian opposite the centre stays in one piece: past
+  // it, longitudes go on beyond 180 degrees from the centre rather than
+  // jumping to the other edge of the world, which would draw a line across
+  // the whole chart.
+  float offset = 0, last = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    float delta = LonDelta(proj.cntrLon, pts[i].Lon) + offset;
+    if (i > 0 && delta - last > 180.0f) {
+      offset -= 360.0f;
+      delta -= 360.0f;
+    } else if (i > 0 && delta - last < -180.0f) {
+      offset += 360.0f;
+      delta += 360.0f;
+    }
+    last = delta;
+    buf[i] = {static_cast<float>(proj.XOfDelta(delta, pts[i].Lat)), static_cast<float>(proj.Y(pts[i].Lat))};
+  }
   if (closed)
     map.Polygon(buf.data(), n);
   else

@@ -456,3 +456,42 @@ TEST_F(RenderPassTest, FineCoastlinesAreThinnedToTheZoom) {
 
 }  // namespace
 }  // namespace orv
+
+namespace orv {
+namespace {
+
+// An island across the date line, seen from the other side of the world:
+// its outline stays in one piece instead of running across the whole chart.
+TEST_F(RenderPassTest, ShapesAcrossTheOppositeMeridianStayWhole) {
+  AirspaceTables& s = db.Shapes;
+  s.WorldPolygons.clear();
+  s.WorldPolygonPoints.clear();
+  s.WorldLines.clear();
+  s.WorldLinePoints.clear();
+  s.WorldPolygonPoints = {{60, 170}, {60, -170}, {70, -170}, {70, 170}, {60, 170}};
+  WorldShapeRec island;
+  island.First = 0;
+  island.Count = 5;
+  island.Kind = 1;
+  island.North = 70, island.South = 60, island.West = -180, island.East = 180;  // its box spans the world
+  s.WorldPolygons.push_back(island);
+  view.CntrLat = 65.0f;
+  view.CntrLon = -5.0f;  // 175 E lies opposite
+  layers.btnMap = true;
+  Draw(kL2000);
+  const DrawOp* op = nullptr;
+  for (const DrawOp& o : map.Ops())
+    if (o.Kind == DrawOpKind::Polygon && o.FillColor == colours.Land) op = &o;
+  ASSERT_NE(op, nullptr);
+  const auto pts = map.PointsOf(*op);
+  ASSERT_EQ(pts.size(), 5u);
+  const double degree = view.Scaling * CosLat(view.CntrLat);  // one degree of longitude
+  for (std::size_t i = 1; i < pts.size(); ++i)
+    EXPECT_LE(std::fabs(pts[i].X - pts[i - 1].X), 20 * degree + 1) << i;
+  // 170 E is 175 degrees east of the centre, 170 W twenty degrees further on.
+  EXPECT_EQ(pts[0].X, std::floor(view.ScaleWidth / 2 + 175.0f * view.Scaling * CosLat(view.CntrLat)));
+  EXPECT_EQ(pts[1].X, std::floor(view.ScaleWidth / 2 + 195.0f * view.Scaling * CosLat(view.CntrLat)));
+}
+
+}  // namespace
+}  // namespace orv
