@@ -86,7 +86,10 @@ void DrawThinLine(const PixelCanvas& c, double x1, double y1, double x2, double 
     std::swap(b1, b2);
   }
   if (a1 == a2) return;
-  const int64_t step = (b2 - b1) * 65536 / (a2 - a1);
+  // The quotient cut toward zero, as an integer division gives it; a double
+  // division is exact enough for that here (the true quotient lies at least
+  // 1 / (a2 - a1) from a whole number unless it is one) and far quicker.
+  const auto step = static_cast<int64_t>(static_cast<double>((b2 - b1) * 65536) / static_cast<double>(a2 - a1));
   // Both end pixels belong to the line: the span runs half a pixel further at
   // each end. The other axis is read at the pixel's centre when it grows
   // along the walk and at the pixel's start when it shrinks.
