@@ -147,8 +147,22 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
   const double rr = r * r;
   const double slope = dx > 0 ? dy / dx : 0;
   const double across = dy != 0 ? dx / dy : 0;
+  // Between a radius from either end the band alone decides: the round ends
+  // do not reach there and the perpendiculars through the ends lie outside.
+  const double innerFrom = x1 + r, innerTo = x2 - r;
   for (int64_t a = first; a <= last; ++a) {
     const double x = static_cast<double>(a) + 0.5;
+    if (x >= innerFrom && x <= innerTo) {
+      const double mid = y1 + (x - x1) * slope;
+      const int64_t from = std::max<int64_t>(CeilOf(mid - halfBand - 0.5), 0);
+      const int64_t to = std::min<int64_t>(FloorOf(mid + halfBand - 0.5), limitB - 1);
+      if (steep) {
+        for (int64_t b = from; b <= to; ++b) c.Bits[a * c.Stride + b] = pixel;
+      } else {
+        for (int64_t b = from; b <= to; ++b) c.Bits[b * c.Stride + a] = pixel;
+      }
+      continue;
+    }
     double lo = HUGE_VAL, hi = -HUGE_VAL;
     // The band, within the stretch of x where the perpendiculars through
     // the ends bound it.
