@@ -546,6 +546,12 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
 
 void QPainterTarget::DoCls() {
   if (!painter_.isActive()) return;
+  if (canvas_.Bits != nullptr) {
+    const uint32_t pixel = PixelOf(BackColor());
+    for (int y = 0; y < canvas_.Height; ++y)
+      std::fill_n(canvas_.Bits + static_cast<std::ptrdiff_t>(y) * canvas_.Stride, canvas_.Width, pixel);
+    return;
+  }
   const QPainter::CompositionMode mode = painter_.compositionMode();
   painter_.setCompositionMode(QPainter::CompositionMode_Source);
   painter_.fillRect(QRectF(0, 0, PixelWidth(), PixelHeight()), ToQColor(BackColor()));
