@@ -1044,7 +1044,8 @@ void MapRenderer::Pass::PrepareAirwayPaths(const std::vector<AirwayRec>& airways
   paths.IntCount = ints.size();
   paths.Segments = airways.data();
   paths.SegmentCount = airways.size();
-  paths.Paths.assign(airways.size(), AirwayPath());
+  paths.Ends.assign(airways.size(), AirwayEnds{std::nanf(""), 0, std::nanf(""), 0});
+  paths.BendsOf.assign(airways.size(), AirwayBends{kBendsUnknown, 0});
   paths.Bends.clear();
   const std::size_t slots = ints.size();
   for (std::size_t i = 0; i < airways.size(); ++i) {
@@ -1054,10 +1055,8 @@ void MapRenderer::Pass::PrepareAirwayPaths(const std::vector<AirwayRec>& airways
       continue;
     const IntersectionRec& a = ints[static_cast<std::size_t>(seg.FromIndex)];
     const IntersectionRec& b = ints[static_cast<std::size_t>(seg.ToIndex)];
-    AirwayPath& p = paths.Paths[i];
-    p.Lat1 = a.Lat, p.Lon1 = a.Lon, p.Lat2 = b.Lat, p.Lon2 = b.Lon;
-    p.Drawn = !a.Ident.IsEmptySlot() && !b.Ident.IsEmptySlot();
-    p.FirstBend = kBendsUnknown;  // worked out when first drawn
+    // The bends are worked out when the segment is first drawn.
+    if (!a.Ident.IsEmptySlot() && !b.Ident.IsEmptySlot()) paths.Ends[i] = {a.Lat, a.Lon, b.Lat, b.Lon};
   }
 }
 
@@ -1068,9 +1067,8 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Airway
   map.SetDrawStyle(kDrawStyleSolid);
   const bool labels = label <= 100 && (layers.ShowIcao || layers.ShowName);
   const DrawPoint* bends = paths.Bends.data();
-  for (std::size_t i = 0; i < paths.Paths.size(); ++i) {
-    AirwayPath& p = paths.Paths[i];
-    if (!p.Drawn) continue;
+  for (std::size_t i = 0; i < paths.Ends.size(); ++i) {
+    const AirwayEnds& p = paths.Ends[i];
     if (!InView(v, p.Lat1, p.Lon1) && !InView(v, p.Lat2, p.Lon2)) continue;
     // The lines of a run of segments in one colour are drawn in one call,
     // before any label that must lie over them.
@@ -1079,18 +1077,19 @@ void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, Airway
       FlushSegments();
       map.SetForeColor(segColour);
     }
-    if (p.FirstBend == kBendsUnknown) {
-      p.FirstBend = static_cast<uint32_t>(paths.Bends.size());
+    AirwayBends& bent = paths.BendsOf[i];
+    if (bent.First == kBendsUnknown) {
+      bent.First = static_cast<uint32_t>(paths.Bends.size());
       BendPoints(p.Lat1, p.Lon1, p.Lat2, p.Lon2, LegLength(p.Lat1, p.Lon1, p.Lat2, p.Lon2, -1),
                  [&](const LatLon& q) { paths.Bends.push_back({q.Lon, q.Lat}); });
-      p.BendCount = static_cast<uint32_t>(paths.Bends.size() - p.FirstBend);
+      bent.Count = static_cast<uint32_t>(paths.Bends.size() - bent.First);
       bends = paths.Bends.data();
     }
     const double x1 = proj.X(p.Lon1, p.Lat1), y1 = proj.Y(p.Lat1);
     const double x2 = proj.X(p.Lon2, p.Lat2), y2 = proj.Y(p.Lat2);
     double px = x1, py = y1;
-    for (uint32_t k = 0; k < p.BendCount; ++k) {
-      const DrawPoint& q = bends[p.FirstBend + k];
+    for (uint32_t k = 0; k < bent.Count; ++k) {
+      const DrawPoint& q = bends[bent.First + k];
       const double x = proj.X(q.X, q.Y), y = proj.Y(q.Y);
       self.segments_.push_back({px, py, x, y});
       px = x;

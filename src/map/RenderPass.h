@@ -222,18 +222,20 @@ private:
   // database: both ends of each segment side by side (the in-view test
   // reads nothing else) and the points of the long legs bent along their
   // great circle, which cost a dozen sines each.
-  struct AirwayPath {
-    float Lat1 = 0, Lon1 = 0, Lat2 = 0, Lon2 = 0;
-    uint32_t FirstBend = 0;
-    uint32_t BendCount = 0;
-    bool Drawn = false;  // both ends are filled intersection slots
+  struct AirwayEnds {
+    float Lat1 = 0, Lon1 = 0, Lat2 = 0, Lon2 = 0;  // NaN latitudes: not drawn (an empty slot)
+  };
+  struct AirwayBends {
+    uint32_t First = 0;
+    uint32_t Count = 0;
   };
   struct AirwayPaths {
     const void* Ints = nullptr;
     const void* Segments = nullptr;
     std::size_t IntCount = 0;
     std::size_t SegmentCount = 0;
-    std::vector<AirwayPath> Paths;
+    std::vector<AirwayEnds> Ends;
+    std::vector<AirwayBends> BendsOf;
     std::vector<DrawPoint> Bends;  // X longitude, Y latitude
   };
   // A set of shapes (coastlines, rivers, airspaces) with the points left
