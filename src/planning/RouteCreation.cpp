@@ -93,24 +93,76 @@ RouteSearch::RouteSearch()
 }
 
 void RouteSearch::Prepare(const NavaidTables& navaids) {
+  // The fields of the last search go back to the plain order before the
+  // order they are kept in is replaced.
+  UsePreparedOrder(false);
   graph_.Tables = &navaids;
-  BuildNet(navaids, 'V', graph_.Low);
-  BuildNet(navaids, 'J', graph_.High);
+  BuildOrder(navaids, graph_);
+  BuildNet(navaids, 'V', &graph_, graph_.Low);
+  BuildNet(navaids, 'J', &graph_, graph_.High);
   graph_.HaveLow = graph_.HaveHigh = true;
-  BuildPositions(navaids, graph_);
 }
 
-void RouteSearch::BuildPositions(const NavaidTables& navaids, Graph& out) {
+namespace {
+
+// The distance of a point along a Hilbert curve through a 65536 x 65536
+// grid: points close on the curve are close on the grid.
+uint64_t HilbertKey(uint32_t x, uint32_t y) {
+  uint64_t key = 0;
+  for (uint32_t s = 1u << 15; s > 0; s >>= 1) {
+    const uint32_t rx = (x & s) ? 1 : 0;
+    const uint32_t ry = (y & s) ? 1 : 0;
+    key += uint64_t{s} * s * ((3 * rx) ^ ry);
+    if (ry == 0) {
+      if (rx == 1) {
+        x = 0xFFFF - x;
+        y = 0xFFFF - y;
+      }
+      std::swap(x, y);
+    }
+  }
+  return key;
+}
+
+uint32_t GridCell(float value, float low, float span) {
+  const double f = (static_cast<double>(value) - low) / span;
+  if (!(f > 0)) return 0;  // also NaN
+  return f >= 1 ? 0xFFFF : static_cast<uint32_t>(f * 0xFFFF);
+}
+
+}  // namespace
+
+void RouteSearch::BuildOrder(const NavaidTables& navaids, Graph& out) {
   const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  out.Slots = slots;
+  // Filled slots along the curve over longitude and latitude, empty ones
+  // behind them; equal keys keep the index order.
+  std::vector<std::pair<uint64_t, int32_t>> keyed(slots);
+  for (std::size_t i = 0; i < slots; ++i) {
+    const IntersectionRec& rec = navaids.Intersections[i];
+    const uint64_t key = rec.Ident.IsEmptySlot()
+                             ? ~uint64_t{0}
+                             : HilbertKey(GridCell(rec.Lon, -180, 360), GridCell(rec.Lat, -90, 180));
+    keyed[i] = {key, static_cast<int32_t>(i)};
+  }
+  std::sort(keyed.begin(), keyed.end());
+  out.Node.resize(kIntersectionSlots);
+  out.Position.resize(kIntersectionSlots);
+  for (std::size_t p = 0; p < kIntersectionSlots; ++p) {
+    const int32_t node = p < slots ? keyed[p].second : static_cast<int32_t>(p);
+    out.Node[p] = node;
+    out.Position[static_cast<std::size_t>(node)] = static_cast<int32_t>(p);
+  }
   out.Lat.resize(slots);
   out.Lon.resize(slots);
-  for (std::size_t i = 0; i < slots; ++i) {
-    out.Lat[i] = navaids.Intersections[i].Lat;
-    out.Lon[i] = navaids.Intersections[i].Lon;
+  for (std::size_t p = 0; p < slots; ++p) {
+    const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(out.Node[p])];
+    out.Lat[p] = rec.Lat;
+    out.Lon[p] = rec.Lon;
   }
 }
 
-void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out) {
+void RouteSearch::BuildNet(const NavaidTables& navaids, char net, const Graph* order, NetGraph& out) {
   const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
   const std::size_t linkCount = navaids.AirwayLinks.size();
   out.Offsets.assign(slots + 1, 0);
@@ -131,8 +183,9 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out)
   };
   std::unordered_map<Key, uint32_t, KeyHash> vias;
 
-  for (std::size_t i = 0; i < slots; ++i) {
-    out.Offsets[i] = static_cast<uint32_t>(out.Edges.size());
+  for (std::size_t p = 0; p < slots; ++p) {
+    out.Offsets[p] = static_cast<uint32_t>(out.Edges.size());
+    const auto i = order ? static_cast<std::size_t>(order->Node[p]) : p;
     const IntersectionRec& rec = navaids.Intersections[i];
     const std::size_t first = std::size_t{rec.LinkFirst} + (net == 'V' ? 0u : rec.LowCount);
     const std::size_t count = net == 'V' ? rec.LowCount : rec.HighCount;
@@ -141,6 +194,7 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out)
       const AirwayLinkRec& link = navaids.AirwayLinks[k];
       const auto t = static_cast<std::size_t>(link.Target);
       if (t >= slots) continue;
+      const int32_t target = order ? order->Position[t] : link.Target;
       // The values the texts give once the search has written them back;
       // an edge whose texts that write would change is marked to have it done.
       FixedStr<5> min = link.Mea1, max = link.Mea2;
@@ -154,23 +208,55 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out)
       key.Alts = uint64_t{static_cast<uint32_t>(minAlt)} << 32 | static_cast<uint32_t>(maxAlt);
       auto [it, added] = vias.try_emplace(key, static_cast<uint32_t>(out.Vias.size()));
       if (added) out.Vias.push_back({link.AirwayName, minAlt, maxAlt});
-      out.Edges.push_back({rewrite ? ~link.Target : link.Target, link.Distance, it->second});
+      out.Edges.push_back({rewrite ? ~target : target, link.Distance, it->second});
       out.LinkOf.push_back(static_cast<uint32_t>(k));
     }
   }
   out.Offsets[slots] = static_cast<uint32_t>(out.Edges.size());
 }
 
-const RouteSearch::NetGraph& RouteSearch::NetFor(const NavaidTables& navaids, char net) {
-  if (graph_.Tables == &navaids) {
+bool RouteSearch::PreparedFor(const NavaidTables& navaids) const {
+  return graph_.Tables == &navaids &&
+         graph_.Slots == std::min(navaids.Intersections.size(), kIntersectionSlots);
+}
+
+const RouteSearch::NetGraph& RouteSearch::NetFor(const NavaidTables& navaids, char net, bool prepared) {
+  if (prepared) {
     bool& have = net == 'V' ? graph_.HaveLow : graph_.HaveHigh;
     NetGraph& g = net == 'V' ? graph_.Low : graph_.High;
-    if (!have) BuildNet(navaids, net, g);
+    if (!have) BuildNet(navaids, net, &graph_, g);
     have = true;
     return g;
   }
-  BuildNet(navaids, net, scratch_);
+  BuildNet(navaids, net, nullptr, scratch_);
   return scratch_;
+}
+
+void RouteSearch::UsePreparedOrder(bool prepared) {
+  if (prepared == inPreparedOrder_) return;
+  // Every slot moves from its position in one order to the other; a search
+  // over other tables in between is rare, so plain copies do.
+  const std::vector<int32_t>& node = graph_.Node;
+  const std::vector<int32_t>& position = graph_.Position;
+  auto move = [&](auto& values) {
+    auto copy = values;
+    for (std::size_t p = 0; p < kIntersectionSlots; ++p) {
+      const auto to = prepared ? static_cast<std::size_t>(position[p]) : static_cast<std::size_t>(node[p]);
+      values[to] = copy[p];
+    }
+  };
+  move(pred_);
+  move(dist_);
+  move(settled_);
+  move(viaAirway_);
+  move(viaMinAlt_);
+  move(viaMaxAlt_);
+  move(inTouched_);
+  for (auto* list : {&touched_, &altTouched_}) {
+    for (int32_t& p : *list)
+      p = prepared ? position[static_cast<std::size_t>(p)] : node[static_cast<std::size_t>(p)];
+  }
+  inPreparedOrder_ = prepared;
 }
 
 int RouteSearch::RouteToArea(NavaidTables& navaids, int start, char net, float lat, float lon, int radius) {
@@ -232,18 +318,25 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
 
   // The search rewrites the altitude texts of edges it uses for the first
   // time, so the edges are its own to change.
-  NetGraph& graph = const_cast<NetGraph&>(NetFor(navaids, net));
-  const bool prepared = graph_.Tables == &navaids && graph_.Lat.size() == slots;
+  const bool prepared = PreparedFor(navaids);
+  NetGraph& graph = const_cast<NetGraph&>(NetFor(navaids, net, prepared));
+  UsePreparedOrder(prepared);
   ResetNodes(resetAltitudes);
-  const auto s = static_cast<std::size_t>(start);
+  // Positions in the searched graph's order; the node of a position is what
+  // the caller sees.
+  const int32_t* node = prepared ? graph_.Node.data() : nullptr;
+  auto positionOf = [&](int i) { return prepared ? graph_.Position[static_cast<std::size_t>(i)] : i; };
+  const int32_t startPos = positionOf(start);
+  const int32_t targetPos = target >= 0 && static_cast<std::size_t>(target) < slots ? positionOf(target) : -1;
+  const auto s = static_cast<std::size_t>(startPos);
   dist_[s] = 0;
   settled_[s] = 1;
-  touched_.push_back(start);
+  touched_.push_back(startPos);
   inTouched_[s] |= 1;
 
-  int current = start;
+  int32_t current = startPos;
   for (;;) {
-    Relax(navaids, graph, current);
+    Relax(navaids, graph, current, node ? node[current] : current);
     if (overflow_ || heapSize_ == 0) return -start;
     // A node can stand in the heap more than once; a later copy of a settled
     // node is expanded again, which finds nothing new to relax.
@@ -251,19 +344,20 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
     settled_[static_cast<std::size_t>(current)] = 1;
     if (++pops_ > popLimit) return -start;
     if (goal == Goal::Target) {
-      if (current == target) return current;
+      if (current == targetPos) return target;
     } else {
       const auto c = static_cast<std::size_t>(current);
-      const float nodeLat = prepared ? graph_.Lat[c] : navaids.Intersections[c].Lat;
+      const auto i = node ? static_cast<std::size_t>(node[c]) : c;
+      const float nodeLat = prepared ? graph_.Lat[c] : navaids.Intersections[i].Lat;
       if (Beyond(nodeLat, lat, radius)) continue;
-      const float nodeLon = prepared ? graph_.Lon[c] : navaids.Intersections[c].Lon;
-      if (RhumbDistance(nodeLat, nodeLon, lat, lon) <= radius) return current;
+      const float nodeLon = prepared ? graph_.Lon[c] : navaids.Intersections[i].Lon;
+      if (RhumbDistance(nodeLat, nodeLon, lat, lon) <= radius) return static_cast<int>(i);
     }
   }
 }
 
-void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
-  const auto n = static_cast<std::size_t>(node);
+void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int32_t pos, int32_t node) {
+  const auto n = static_cast<std::size_t>(pos);
   const std::size_t first = graph.Offsets[n], end = graph.Offsets[n + 1];
   NetGraph::Edge* edges = graph.Edges.data();
   const NetGraph::ViaInfo* vias = graph.Vias.data();
@@ -301,7 +395,7 @@ void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
 }
 
 void RouteSearch::RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e,
-                                 int node, float d) {
+                                 int32_t node, float d) {
   const int32_t target = ~edge.Target;
   const auto t = static_cast<std::size_t>(target);
   // The texts of the link record are parsed and written back in their
@@ -339,30 +433,31 @@ int32_t RouteSearch::Pop() {
   int32_t* heap = heap_.data();
   const float* dist = dist_.data();
   const int32_t top = heap[1];
-  const int32_t moved = heap[heapSize_];
-  --heapSize_;
-  const float node = dist[moved];
+  const int size = --heapSize_;
+  const int32_t moved = heap[size + 1];
+  const float key = dist[moved];
+  // The rule (with both children smaller, the left only when strictly
+  // smaller than the right; stop when neither is smaller) comes to: take the
+  // left child when it is strictly smaller than the right, else the right,
+  // and go down while the node is above the one taken. Keys are never NaN.
+  // The pick is done without a branch, as it is as good as random.
   int pos = 1;
   for (;;) {
     const int left = 2 * pos;
-    if (left > heapSize_) break;
-    const int right = left + 1;
-    const float leftKey = dist[heap[left]];
-    const bool aboveLeft = node > leftKey;
-    const bool hasRight = right <= heapSize_;
-    const float rightKey = hasRight ? dist[heap[right]] : 0.0f;
-    const bool aboveRight = hasRight && node > rightKey;
-    int child;
-    if (aboveLeft && aboveRight) {
-      // Both smaller: the left only when strictly smaller than the right.
-      child = leftKey < rightKey ? left : right;
-    } else if (aboveLeft) {
-      child = left;
-    } else if (aboveRight) {
-      child = right;
-    } else {
+    if (left >= size) {
+      // At most a left child remains.
+      if (left == size && key > dist[heap[left]]) {
+        heap[pos] = heap[left];
+        pos = left;
+      }
       break;
     }
+    const float leftKey = dist[heap[left]], rightKey = dist[heap[left + 1]];
+    // The smaller key (equal keys are the same value either way) and the
+    // child's slot by arithmetic, which the compiler keeps branch-free.
+    const float childKey = leftKey < rightKey ? leftKey : rightKey;
+    if (!(key > childKey)) break;
+    const int child = left + static_cast<int>(!(leftKey < rightKey));
     heap[pos] = heap[child];
     pos = child;
   }
@@ -377,8 +472,8 @@ void RouteSearch::PathTo(int end, std::vector<int32_t>& out) const {
   out.push_back(node);
   // A predecessor chain cannot be longer than the slots; the bound only
   // protects against a chain left inconsistent by an earlier failed search.
-  while (pred_[static_cast<std::size_t>(node)] != 0 && out.size() < pred_.size()) {
-    node = pred_[static_cast<std::size_t>(node)];
+  while (pred_[At(node)] != 0 && out.size() < pred_.size()) {
+    node = pred_[At(node)];
     out.push_back(node);
   }
 }
