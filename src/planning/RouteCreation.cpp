@@ -25,6 +25,42 @@ bool Beyond(float lat1, float lat2, double radius) {
   return std::fabs(static_cast<double>(lat1) - lat2) * 60 > radius + kPrefilterMarginNm;
 }
 
+// A quick test that a point lies farther than a radius from a centre, by
+// any measure the routines give, so that the exact (and costly) distance is
+// only worked out for points that may lie inside. Beyond the latitude test,
+// the longitude difference alone bounds the great-circle distance from
+// below: hav(d) >= cos(lat1) cos(lat2) hav(dLon), and cos(lat2) is at least
+// the cosine of the highest latitude the latitude test lets through. The
+// margin is the one of the latitude test.
+class RadiusBound {
+public:
+  RadiusBound(float lat, float lon, double radius) : lat_(lat), lon_(lon), radius_(radius) {
+    constexpr double kRad = 3.14159265358979323846 / 180;
+    const double reach = (radius + kPrefilterMarginNm) / 60;  // degrees of arc
+    const double highest = std::fabs(static_cast<double>(lat)) + reach;
+    if (!(highest < 90) || !(reach < 180)) return;  // no longitude limit
+    const double half = std::sin(reach * kRad / 2);
+    const double ratio = half * half / (std::cos(lat * kRad) * std::cos(highest * kRad));
+    if (ratio < 1) maxLonDiff_ = 2 * std::asin(std::sqrt(ratio)) / kRad;
+  }
+  bool Beyond(float lat, float lon) const {
+    if (orv::Beyond(lat_, lat, radius_)) return true;
+    double diff = std::fabs(static_cast<double>(lon) - lon_);
+    if (diff > 360) diff = std::fmod(diff, 360);
+    if (diff > 180) diff = 360 - diff;
+    return diff > maxLonDiff_;  // false for NaN
+  }
+
+private:
+  float lat_, lon_;
+  double radius_;
+  double maxLonDiff_ = 360;
+};
+
+// The widest radius a search growing from first by step tries below limit.
+constexpr int LastRadius(int first, int step, int limit) { return first + (limit - 1 - first) / step * step; }
+static_assert(LastRadius(30, 20, 500) == 490 && LastRadius(35, 25, 500) == 485);
+
 bool IsKind(const WaypointRec& w, std::string_view kind) { return w.Kind.Trimmed() == kind; }
 
 std::span<AirwayLinkRec> NetLinks(NavaidTables& navaids, int node, char net) {
@@ -532,27 +568,50 @@ int RouteBuilder::FindEntryIntersection(int row, char net) {
   const WaypointRec& to = plan.Waypoints[static_cast<std::size_t>(row) + 1];
   const double heading = GcCourse(from.Lat, from.Lon, to.Lat, to.Lon);
   constexpr std::size_t kMaxCandidates = 500;
-  std::vector<int32_t> candidates;
-  candidates.reserve(kMaxCandidates);
-  for (int r = 30;; r += 20) {
-    if (r >= 500) {
+  constexpr int kFirstRadius = 30, kRadiusStep = 20, kRadiusLimit = 500;
+  std::vector<int32_t>& candidates = candidates_;
+  candidates.clear();
+
+  // The intersections of the net that the widest radius can reach, in index
+  // order; each radius then looks at these only, and a distance or a link
+  // test once made holds for every radius.
+  std::vector<NearNode>& near = near_;
+  near.clear();
+  const RadiusBound widest(from.Lat, from.Lon, LastRadius(kFirstRadius, kRadiusStep, kRadiusLimit));
+  for (int i = 1; i <= last; ++i) {
+    const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+    if (rec.Ident.IsEmptySlot() || widest.Beyond(rec.Lat, rec.Lon) || !NetMatches(i, net)) continue;
+    near.push_back({i, rec.Lat, rec.Lon, 0, NearNode::kUnknown, NearNode::kUnknown});
+  }
+
+  for (int r = kFirstRadius;; r += kRadiusStep) {
+    if (r >= kRadiusLimit) {
       ui_.MsgBox(kNoEntryFixMessage);
       return -1;
     }
     // An intersection qualifies when one of its airways of the net leaves it
     // within 60 degrees of the leg's direction.
-    for (int i = 1; i <= last && candidates.size() < kMaxCandidates; ++i) {
-      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
-      if (rec.Ident.IsEmptySlot() || Beyond(from.Lat, rec.Lat, r) || !NetMatches(i, net)) continue;
-      if (!(GcDistance(from.Lat, from.Lon, rec.Lat, rec.Lon) < r)) continue;
-      for (const AirwayLinkRec& link : NetLinks(navaids_, i, net)) {
-        if (link.Target < 0 || link.Target >= static_cast<int32_t>(ints.size())) continue;
-        const IntersectionRec& next = ints[static_cast<std::size_t>(link.Target)];
-        if (AngleDiff(RhumbCourse(rec.Lat, rec.Lon, next.Lat, next.Lon), heading) <= 60) {
-          candidates.push_back(i);
-          break;
+    const RadiusBound bound(from.Lat, from.Lon, r);
+    for (NearNode& n : near) {
+      if (candidates.size() >= kMaxCandidates) break;
+      if (bound.Beyond(n.Lat, n.Lon)) continue;
+      if (n.Measured == NearNode::kUnknown) {
+        n.Distance = GcDistance(from.Lat, from.Lon, n.Lat, n.Lon);
+        n.Measured = NearNode::kYes;
+      }
+      if (!(n.Distance < r)) continue;
+      if (n.Qualifies == NearNode::kUnknown) {
+        n.Qualifies = NearNode::kNo;
+        for (const AirwayLinkRec& link : NetLinks(navaids_, n.Index, net)) {
+          if (link.Target < 0 || link.Target >= static_cast<int32_t>(ints.size())) continue;
+          const IntersectionRec& next = ints[static_cast<std::size_t>(link.Target)];
+          if (AngleDiff(RhumbCourse(n.Lat, n.Lon, next.Lat, next.Lon), heading) <= 60) {
+            n.Qualifies = NearNode::kYes;
+            break;
+          }
         }
       }
+      if (n.Qualifies == NearNode::kYes) candidates.push_back(n.Index);
     }
     if (!candidates.empty()) break;
   }
@@ -576,16 +635,40 @@ int RouteBuilder::FindExitRadius(int row, char net) {
   const auto& ints = navaids_.Intersections;
   const int last = std::min(navaids_.MaxIntersectionIndex, static_cast<int32_t>(ints.size()) - 1);
   const WaypointRec& dest = plan.Waypoints[static_cast<std::size_t>(row) + 1];
-  for (int r = 35;; r += 25) {
-    if (r >= 500) {
+  constexpr int kFirstRadius = 35, kRadiusStep = 25, kRadiusLimit = 500;
+  // The first radius scans the table and usually finds one; meanwhile the
+  // intersections the widest radius can reach are noted, in index order, so
+  // that the wider radii look at these only and measure each once.
+  std::vector<NearNode>& near = near_;
+  near.clear();
+  const RadiusBound widest(dest.Lat, dest.Lon, LastRadius(kFirstRadius, kRadiusStep, kRadiusLimit));
+  {
+    const RadiusBound bound(dest.Lat, dest.Lon, kFirstRadius);
+    for (int i = 1; i <= last; ++i) {
+      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+      if (rec.Ident.IsEmptySlot() || widest.Beyond(rec.Lat, rec.Lon) || !NetMatches(i, net)) continue;
+      NearNode n{i, rec.Lat, rec.Lon, 0, NearNode::kUnknown, NearNode::kUnknown};
+      if (!bound.Beyond(rec.Lat, rec.Lon)) {
+        n.Distance = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
+        n.Measured = NearNode::kYes;
+        if (n.Distance < kFirstRadius && n.Distance > 5) return kFirstRadius;
+      }
+      near.push_back(n);
+    }
+  }
+  for (int r = kFirstRadius + kRadiusStep;; r += kRadiusStep) {
+    if (r >= kRadiusLimit) {
       ui_.MsgBox(kNoExitFixMessage);
       return -1;
     }
-    for (int i = 1; i <= last; ++i) {
-      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
-      if (rec.Ident.IsEmptySlot() || Beyond(dest.Lat, rec.Lat, r) || !NetMatches(i, net)) continue;
-      double d = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
-      if (d < r && d > 5) return r;
+    const RadiusBound bound(dest.Lat, dest.Lon, r);
+    for (NearNode& n : near) {
+      if (bound.Beyond(n.Lat, n.Lon)) continue;
+      if (n.Measured == NearNode::kUnknown) {
+        n.Distance = GcDistance(dest.Lat, dest.Lon, n.Lat, n.Lon);
+        n.Measured = NearNode::kYes;
+      }
+      if (n.Distance < r && n.Distance > 5) return r;
     }
   }
 }

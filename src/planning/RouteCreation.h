@@ -226,12 +226,25 @@ private:
   bool InsertNode(int at, int node);
   void NoteLevel(int node);
 
+  // An intersection near the point the entry or exit search looks around,
+  // with the tests made on it so far.
+  struct NearNode {
+    enum : int8_t { kUnknown, kYes, kNo };
+    int32_t Index;
+    float Lat, Lon;
+    double Distance;  // great-circle NM, once Measured
+    int8_t Measured;
+    int8_t Qualifies;  // has an airway of the net ahead
+  };
+
   PlanEditor& editor_;
   const AircraftRec& aircraft_;
   NavaidTables& navaids_;
   RouteSearch& search_;
   Ui& ui_;
   std::vector<int32_t> path_;
+  std::vector<int32_t> candidates_;
+  std::vector<NearNode> near_;
   std::string lastAirway_;
   bool violation_ = false;
   int32_t violationAltitude_ = 0;

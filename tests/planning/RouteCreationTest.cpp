@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "core/Geodesy.h"
+
 #include "planning/Aircraft.h"
 #include "planning/FakeNav.h"
 #include "planning/NavLookupDb.h"
@@ -267,6 +271,241 @@ TEST_F(RouteTest, PreparedSearchGivesTheSameResultsAndRewritesTextsOnce) {
   EXPECT_EQ(prepared.HighAirways(2)[2].Mea1.View(), "10000");
   EXPECT_EQ(other.RouteToTarget(prepared, 2, 5, 'J'), 5);
   EXPECT_EQ(other.ViaMinAlt(5), 10000);
+}
+
+// A small generator of its own, so that the random graphs are the same with
+// every standard library.
+struct Lcg {
+  uint64_t state;
+  uint32_t Next() {
+    state = state * 6364136223846793005ull + 1442695040888963407ull;
+    return static_cast<uint32_t>(state >> 33);  // 31 bits
+  }
+  int Below(std::size_t n) { return static_cast<int>(Next() % static_cast<uint32_t>(n)); }
+  float Between(float low, float high) { return low + (high - low) * static_cast<float>(Next() / 2147483648.0); }
+};
+
+// count intersections in random slots (slot 0 among them) strewn over a
+// square of +-span degrees, linked on both nets to others of the list by
+// whole-NM lengths, so that equal path lengths are common. Some links go one
+// way only, one leaves the slots, and the altitude texts vary in the ways the
+// search has to rewrite.
+GraphBuilder RandomAirways(uint32_t seed, int count, float lat, float lon, float span, int slotRange = 40000) {
+  Lcg rng{seed};
+  GraphBuilder g;
+  std::vector<int> slots{0};
+  while (static_cast<int>(slots.size()) < count) {
+    int slot = 1 + rng.Below(static_cast<std::size_t>(slotRange));
+    if (std::find(slots.begin(), slots.end(), slot) == slots.end()) slots.push_back(slot);
+  }
+  for (int k = 0; k < count; ++k) {
+    float nodeLon = lon + rng.Between(-span, span);
+    if (nodeLon >= 180) nodeLon -= 360;
+    if (nodeLon < -180) nodeLon += 360;
+    g.Add(slots[static_cast<std::size_t>(k)], "N" + std::to_string(k), lat + rng.Between(-span, span), nodeLon);
+  }
+  static const char* const kMea[] = {"FL50", "05000", "-500", "1E+05", "", "3000", "FL180"};
+  auto other = [&](int k) { return slots[static_cast<std::size_t>((k + 1 + rng.Below(12)) % count)]; };
+  for (int k = 0; k < count; ++k) {
+    const int a = slots[static_cast<std::size_t>(k)];
+    for (int n = rng.Below(3); n >= 0; --n)
+      g.Victor(a, other(k), "V" + std::to_string(rng.Below(9)), static_cast<float>(1 + rng.Below(20)),
+               kMea[rng.Below(7)]);
+    for (int n = rng.Below(3); n >= 0; --n)
+      g.Jet(a, other(k), "J" + std::to_string(rng.Below(9)), static_cast<float>(1 + rng.Below(20)),
+            kMea[rng.Below(7)]);
+    if (rng.Below(5) == 0)
+      g.At(a).high.push_back(GraphBuilder::Link(other(k), "J99", static_cast<float>(1 + rng.Below(20)), "FL2"));
+  }
+  g.At(slots[1]).low.push_back(GraphBuilder::Link(40001, "VX", 1));
+  return g;
+}
+
+TEST_F(RouteTest, PreparedSearchAgreesWithThePlainOneOnRandomGraphs) {
+  // The prepared tables keep their nodes in another order. One object that
+  // searches them, and now and then other tables unprepared, and is prepared
+  // again midway, must answer exactly as one that only ever searches plain
+  // copies of the same tables: results, pops, every node's fields (the via
+  // altitudes a target search leaves alone included) and the rewritten texts.
+  for (uint32_t seed : {1u, 2u, 3u}) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    GraphBuilder main1 = RandomAirways(seed, 300, 40, 10, 8), main2 = main1;
+    GraphBuilder other1 = RandomAirways(seed + 100, 60, -20, 178, 4), other2 = other1;
+    NavaidTables* tables1[2] = {&main1.Build(), &other1.Build()};
+    NavaidTables* tables2[2] = {&main2.Build(), &other2.Build()};
+    const std::vector<GraphBuilder::Node>* nodes[2] = {&main1.nodes, &other1.nodes};
+    RouteSearch prepared, plain;
+    prepared.Prepare(*tables1[0]);
+    Lcg rng{seed * 7919};
+    std::vector<int32_t> path1, path2;
+    int found = 0;
+    for (int call = 0; call < 60; ++call) {
+      SCOPED_TRACE(testing::Message() << "call " << call);
+      if (call == 30) prepared.Prepare(*tables1[0]);
+      const int which = rng.Below(4) == 0 ? 1 : 0;
+      const auto& ns = *nodes[which];
+      const char net = rng.Below(2) ? 'V' : 'J';
+      const int start = ns[static_cast<std::size_t>(rng.Below(ns.size()))].index;
+      int r1, r2;
+      if (rng.Below(2)) {
+        const int target = ns[static_cast<std::size_t>(rng.Below(ns.size()))].index;
+        r1 = prepared.RouteToTarget(*tables1[which], start, target, net);
+        r2 = plain.RouteToTarget(*tables2[which], start, target, net);
+      } else {
+        const auto& near = ns[static_cast<std::size_t>(rng.Below(ns.size()))];
+        const float lat = near.lat + rng.Between(-0.5f, 0.5f), lon = near.lon + rng.Between(-0.5f, 0.5f);
+        const int radius = 5 + rng.Below(40);
+        r1 = prepared.RouteToArea(*tables1[which], start, net, lat, lon, radius);
+        r2 = plain.RouteToArea(*tables2[which], start, net, lat, lon, radius);
+      }
+      ASSERT_EQ(r1, r2);
+      found += r1 >= 0;
+      EXPECT_EQ(prepared.Pops(), plain.Pops());
+      for (const auto* list : nodes) {
+        for (const auto& n : *list) {
+          ASSERT_EQ(prepared.Pred(n.index), plain.Pred(n.index)) << n.index;
+          ASSERT_EQ(prepared.Dist(n.index), plain.Dist(n.index)) << n.index;
+          ASSERT_EQ(prepared.Settled(n.index), plain.Settled(n.index)) << n.index;
+          ASSERT_EQ(prepared.ViaAirway(n.index), plain.ViaAirway(n.index)) << n.index;
+          ASSERT_EQ(prepared.ViaMinAlt(n.index), plain.ViaMinAlt(n.index)) << n.index;
+          ASSERT_EQ(prepared.ViaMaxAlt(n.index), plain.ViaMaxAlt(n.index)) << n.index;
+        }
+      }
+      if (r1 >= 0) {
+        prepared.PathTo(r1, path1);
+        plain.PathTo(r2, path2);
+        EXPECT_EQ(path1, path2);
+      }
+      EXPECT_EQ(tables1[0]->AirwayLinks, tables2[0]->AirwayLinks);
+      EXPECT_EQ(tables1[1]->AirwayLinks, tables2[1]->AirwayLinks);
+    }
+    EXPECT_GT(found, 15);  // the searches do reach their goals
+  }
+}
+
+// The entry and exit searches as the algorithm states them, measuring every
+// intersection; the searches proper skip the ones they can tell are too far.
+int PlainEntry(const NavaidTables& t, const WaypointRec& from, const WaypointRec& to, char net) {
+  const double heading = GcCourse(from.Lat, from.Lon, to.Lat, to.Lon);
+  const int last = std::min(t.MaxIntersectionIndex, static_cast<int32_t>(t.Intersections.size()) - 1);
+  for (int r = 30; r < 500; r += 20) {
+    std::vector<int> candidates;
+    for (int i = 1; i <= last && candidates.size() < 500; ++i) {
+      const IntersectionRec& rec = t.Intersections[static_cast<std::size_t>(i)];
+      const char type = IntersectionNetType(rec).chars[0];
+      if (rec.Ident.IsEmptySlot() || (type != 'X' && type != net)) continue;
+      if (!(GcDistance(from.Lat, from.Lon, rec.Lat, rec.Lon) < r)) continue;
+      for (const AirwayLinkRec& link : net == 'V' ? t.LowAirways(i) : t.HighAirways(i)) {
+        if (link.Target < 0 || link.Target >= static_cast<int32_t>(t.Intersections.size())) continue;
+        const IntersectionRec& next = t.Intersections[static_cast<std::size_t>(link.Target)];
+        if (AngleDiff(RhumbCourse(rec.Lat, rec.Lon, next.Lat, next.Lon), heading) <= 60) {
+          candidates.push_back(i);
+          break;
+        }
+      }
+    }
+    if (candidates.empty()) continue;
+    double best = 360;
+    int winner = candidates.front();
+    for (int c : candidates) {
+      const IntersectionRec& rec = t.Intersections[static_cast<std::size_t>(c)];
+      const double angle = AngleDiff(GcCourse(from.Lat, from.Lon, rec.Lat, rec.Lon), heading);
+      if (angle < best) {
+        best = angle;
+        winner = c;
+      }
+    }
+    return winner;
+  }
+  return -1;
+}
+
+int PlainExitRadius(const NavaidTables& t, const WaypointRec& dest, char net) {
+  const int last = std::min(t.MaxIntersectionIndex, static_cast<int32_t>(t.Intersections.size()) - 1);
+  for (int r = 35; r < 500; r += 25) {
+    for (int i = 1; i <= last; ++i) {
+      const IntersectionRec& rec = t.Intersections[static_cast<std::size_t>(i)];
+      const char type = IntersectionNetType(rec).chars[0];
+      if (rec.Ident.IsEmptySlot() || (type != 'X' && type != net)) continue;
+      const double d = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
+      if (d < r && d > 5) return r;
+    }
+  }
+  return -1;
+}
+
+TEST_F(RouteTest, EntryAndExitAgreeWithAPlainScanEverywhere) {
+  // Intersections strewn around the equator, high latitudes, both sides of
+  // the date line and a pole, sparse enough that the radii have to grow;
+  // legs start and end at random points around them.
+  struct Area {
+    float lat, lon, span;
+  };
+  const Area areas[] = {{0, 0, 6}, {62, 20, 8}, {82, -60, 5}, {-10, 179.5f, 5}, {45, -179.8f, 7}, {-85, 30, 4}};
+  uint32_t seed = 11;
+  int entries = 0, wide = 0;
+  for (const Area& area : areas) {
+    SCOPED_TRACE(testing::Message() << "area " << area.lat << "/" << area.lon);
+    GraphBuilder g = RandomAirways(seed++, 120, area.lat, area.lon, area.span, 1000);
+    NavaidTables& t = g.Build();
+    RouteBuilder b = Builder(t);
+    Lcg rng{seed * 31};
+    for (int leg = 0; leg < 25; ++leg) {
+      auto point = [&](std::string_view code) {
+        float lon = area.lon + rng.Between(-2 * area.span, 2 * area.span);
+        if (lon >= 180) lon -= 360;
+        if (lon < -180) lon += 360;
+        return Row("", code, std::clamp(area.lat + rng.Between(-2 * area.span, 2 * area.span), -89.9f, 89.9f), lon,
+                   kOriginAirport);
+      };
+      plan.Waypoints[0] = point("DEPT");
+      plan.Waypoints[1] = point("DEST");
+      plan.LastRow = 1;
+      plan.CurrentRow = -1;
+      for (char net : {'V', 'J'}) {
+        SCOPED_TRACE(testing::Message() << "leg " << leg << " " << net);
+        const int entry = b.FindEntryIntersection(0, net);
+        EXPECT_EQ(entry, PlainEntry(t, plan.Waypoints[0], plan.Waypoints[1], net));
+        const int radius = b.FindExitRadius(0, net);
+        EXPECT_EQ(radius, PlainExitRadius(t, plan.Waypoints[1], net));
+        entries += entry >= 0;
+        wide += radius > 100;
+      }
+    }
+  }
+  // Most legs find both, many only after widening.
+  EXPECT_GT(entries, 200);
+  EXPECT_GT(wide, 50);
+
+  // A lone pair of intersections far out at high latitudes, where a degree
+  // of longitude is short and shortest toward the pole: the skipping must
+  // not lose them at the radius that first holds them.
+  for (float lat : {60.0f, 76.0f, 84.0f, -71.0f}) {
+    for (float distance : {95.0f, 228.0f, 352.0f, 477.0f}) {
+      for (float course : {35.0f, 80.0f, 280.0f, 325.0f}) {
+        SCOPED_TRACE(testing::Message() << lat << " " << distance << " " << course);
+        // Positions as the database holds them: on the globe.
+        auto onGlobe = [](LatLon p) {
+          return LatLon{std::clamp(p.Lat, -89.9f, 89.9f), p.Lon >= 180 ? p.Lon - 360 : p.Lon < -180 ? p.Lon + 360 : p.Lon};
+        };
+        const LatLon a = onGlobe(OffsetLatLon(lat, 0, course, distance));
+        const LatLon b = onGlobe(OffsetLatLon(a.Lat, a.Lon, course, 20));
+        const LatLon far = onGlobe(OffsetLatLon(lat, 0, course, 900));
+        GraphBuilder g;
+        g.Add(1, "AAA", a.Lat, a.Lon);
+        g.Add(2, "BBB", b.Lat, b.Lon);
+        g.Jet(1, 2, "J1", 20);
+        NavaidTables& t = g.Build();
+        plan.Waypoints[0] = Row("", "DEPT", lat, 0, kOriginAirport);
+        plan.Waypoints[1] = Row("", "DEST", far.Lat, far.Lon, kOriginAirport);
+        const int entry = Builder(t).FindEntryIntersection(0, 'J');
+        EXPECT_EQ(entry, PlainEntry(t, plan.Waypoints[0], plan.Waypoints[1], 'J'));
+        plan.Waypoints[1] = plan.Waypoints[0];
+        const int radius = Builder(t).FindExitRadius(0, 'J');
+        EXPECT_EQ(radius, PlainExitRadius(t, plan.Waypoints[1], 'J'));
+      }
+    }
+  }
 }
 
 TEST_F(RouteTest, DisconnectedEntryLeavesThePlanWithTheMessage) {
