@@ -122,7 +122,7 @@ RouteSearch::RouteSearch()
       viaAirway_(kIntersectionSlots),
       viaMinAlt_(kIntersectionSlots, 0),
       viaMaxAlt_(kIntersectionSlots, 0),
-      inTouched_(kIntersectionSlots, 0),
+      altListed_(kIntersectionSlots, 0),
       heap_(static_cast<std::size_t>(kHeapCapacity) + 1, 0) {
   touched_.reserve(kIntersectionSlots);
   altTouched_.reserve(kIntersectionSlots);
@@ -287,7 +287,7 @@ void RouteSearch::UsePreparedOrder(bool prepared) {
   move(viaAirway_);
   move(viaMinAlt_);
   move(viaMaxAlt_);
-  move(inTouched_);
+  move(altListed_);
   for (auto* list : {&touched_, &altTouched_}) {
     for (int32_t& p : *list)
       p = prepared ? position[static_cast<std::size_t>(p)] : node[static_cast<std::size_t>(p)];
@@ -317,10 +317,8 @@ void RouteSearch::ResetNodes(bool resetAltitudes) {
     if (resetAltitudes) {
       std::fill(viaMinAlt_.begin(), viaMinAlt_.end(), 0);
       std::fill(viaMaxAlt_.begin(), viaMaxAlt_.end(), 0);
-      std::fill(inTouched_.begin(), inTouched_.end(), uint8_t{0});
+      std::fill(altListed_.begin(), altListed_.end(), uint8_t{0});
       altTouched_.clear();
-    } else {
-      for (uint8_t& bits : inTouched_) bits &= ~uint8_t{1};
     }
     return;
   }
@@ -330,7 +328,6 @@ void RouteSearch::ResetNodes(bool resetAltitudes) {
     dist_[i] = kUnreached;
     settled_[i] = 0;
     viaAirway_[i] = FixedStr<8>();
-    inTouched_[i] &= ~uint8_t{1};
   }
   touched_.clear();
   if (resetAltitudes) {
@@ -338,7 +335,7 @@ void RouteSearch::ResetNodes(bool resetAltitudes) {
       const auto i = static_cast<std::size_t>(n);
       viaMinAlt_[i] = 0;
       viaMaxAlt_[i] = 0;
-      inTouched_[i] &= ~uint8_t{2};
+      altListed_[i] = 0;
     }
     altTouched_.clear();
   }
@@ -368,7 +365,6 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
   dist_[s] = 0;
   settled_[s] = 1;
   touched_.push_back(startPos);
-  inTouched_[s] |= 1;
 
   int32_t current = startPos;
   for (;;) {
@@ -404,9 +400,11 @@ void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int32_t pos, int
     NetGraph::Edge& edge = edges[e];
     const int32_t target = edge.Target < 0 ? ~edge.Target : edge.Target;
     const auto t = static_cast<std::size_t>(target);
-    if (settled[t]) continue;
+    // A settled neighbour is skipped; as its length is rarely beaten, that
+    // test comes second and is rarely made.
     const float d = edge.Length + here;
-    if (!(d < dist[t])) continue;
+    const float before = dist[t];
+    if (!(d < before) || settled[t]) continue;
     if (edge.Target < 0) {
       RelaxFirstTime(navaids, graph, edge, e, node, d);
       if (overflow_) return;
@@ -418,11 +416,7 @@ void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int32_t pos, int
     viaAirway_[t] = via.Airway;
     viaMinAlt_[t] = via.MinAlt;
     viaMaxAlt_[t] = via.MaxAlt;
-    if (inTouched_[t] != 3) {
-      if (!(inTouched_[t] & 1)) touched_.push_back(edge.Target);
-      if (!(inTouched_[t] & 2)) altTouched_.push_back(edge.Target);
-      inTouched_[t] = 3;
-    }
+    if (before == kUnreached) NoteReached(target);
     if (!Push(edge.Target)) {
       overflow_ = true;
       return;
@@ -437,16 +431,22 @@ void RouteSearch::RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGrap
   // The texts of the link record are parsed and written back in their
   // parsed form; from then on the edge's table values are what they give.
   AirwayLinkRec& link = navaids.AirwayLinks[graph.LinkOf[e]];
+  if (dist_[t] == kUnreached) NoteReached(target);
   pred_[t] = node;
   dist_[t] = d;
   viaAirway_[t] = link.AirwayName;
   viaMinAlt_[t] = ParseEdgeAltitude(link.Mea1);
   viaMaxAlt_[t] = ParseEdgeAltitude(link.Mea2);
   edge.Target = target;
-  if (!(inTouched_[t] & 1)) touched_.push_back(target);
-  if (!(inTouched_[t] & 2)) altTouched_.push_back(target);
-  inTouched_[t] = 3;
   if (!Push(target)) overflow_ = true;
+}
+
+void RouteSearch::NoteReached(int32_t pos) {
+  // A node's first path in this search: its length was the starting one.
+  touched_.push_back(pos);
+  uint8_t& listed = altListed_[static_cast<std::size_t>(pos)];
+  if (!listed) altTouched_.push_back(pos);
+  listed = 1;
 }
 
 bool RouteSearch::Push(int32_t node) {

@@ -144,6 +144,7 @@ private:
   void Relax(NavaidTables& navaids, NetGraph& graph, int32_t pos, int32_t node);
   void RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e, int32_t node,
                       float d);
+  void NoteReached(int32_t pos);
   void ResetNodes(bool resetAltitudes);
   bool Push(int32_t node);
   int32_t Pop();
@@ -157,11 +158,13 @@ private:
   std::vector<FixedStr<8>> viaAirway_;
   std::vector<int32_t> viaMinAlt_;
   std::vector<int32_t> viaMaxAlt_;
-  // Nodes the last search gave a path or a via altitude; only they need
+  // The nodes the last search gave a path (those whose length is no longer
+  // the starting one, and the start), and the nodes any search since the
+  // last reset of the altitudes gave a via altitude; only they need
   // resetting before the next search.
   std::vector<int32_t> touched_;
   std::vector<int32_t> altTouched_;
-  std::vector<uint8_t> inTouched_;     // bit 1: in touched_, bit 2: in altTouched_
+  std::vector<uint8_t> altListed_;  // 1 for a node in altTouched_
   std::vector<int32_t> heap_;  // 1-based; heap_[0] unused
   Graph graph_;
   NetGraph scratch_;  // the per-search copy for unprepared tables
