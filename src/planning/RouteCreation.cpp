@@ -249,6 +249,8 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, const Graph* o
     }
   }
   out.Offsets[slots] = static_cast<uint32_t>(out.Edges.size());
+  out.NonNegative = std::none_of(out.Edges.begin(), out.Edges.end(),
+                                 [](const NetGraph::Edge& e) { return e.Length < 0; });
 }
 
 bool RouteSearch::PreparedFor(const NavaidTables& navaids) const {
@@ -372,7 +374,7 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
     if (overflow_ || heapSize_ == 0) return -start;
     // A node can stand in the heap more than once; a later copy of a settled
     // node is expanded again, which finds nothing new to relax.
-    current = Pop();
+    current = graph.NonNegative ? Pop<true>() : Pop<false>();
     settled_[static_cast<std::size_t>(current)] = 1;
     if (++pops_ > popLimit) return -start;
     if (goal == Goal::Target) {
@@ -465,13 +467,29 @@ bool RouteSearch::Push(int32_t node) {
   return true;
 }
 
+namespace {
+
+// The key of a heap entry: its tentative length, or, when no length can be
+// negative, the length's bits read as an integer, which order the same way
+// and are compared and picked with fewer steps.
+inline float HeapKey(const float* dist, int32_t node, std::false_type) { return dist[node]; }
+inline int32_t HeapKey(const float* dist, int32_t node, std::true_type) {
+  int32_t bits;
+  std::memcpy(&bits, dist + node, sizeof bits);
+  return bits;
+}
+
+}  // namespace
+
+template <bool kBits>
 int32_t RouteSearch::Pop() {
+  const std::bool_constant<kBits> bits;
   int32_t* heap = heap_.data();
   const float* dist = dist_.data();
   const int32_t top = heap[1];
   const int size = --heapSize_;
   const int32_t moved = heap[size + 1];
-  const float key = dist[moved];
+  const auto key = HeapKey(dist, moved, bits);
   // The rule (with both children smaller, the left only when strictly
   // smaller than the right; stop when neither is smaller) comes to: take the
   // left child when it is strictly smaller than the right, else the right,
@@ -482,16 +500,16 @@ int32_t RouteSearch::Pop() {
     const int left = 2 * pos;
     if (left >= size) {
       // At most a left child remains.
-      if (left == size && key > dist[heap[left]]) {
+      if (left == size && key > HeapKey(dist, heap[left], bits)) {
         heap[pos] = heap[left];
         pos = left;
       }
       break;
     }
-    const float leftKey = dist[heap[left]], rightKey = dist[heap[left + 1]];
+    const auto leftKey = HeapKey(dist, heap[left], bits), rightKey = HeapKey(dist, heap[left + 1], bits);
     // The smaller key (equal keys are the same value either way) and the
     // child's slot by arithmetic, which the compiler keeps branch-free.
-    const float childKey = leftKey < rightKey ? leftKey : rightKey;
+    const auto childKey = leftKey < rightKey ? leftKey : rightKey;
     if (!(key > childKey)) break;
     const int child = left + static_cast<int>(!(leftKey < rightKey));
     heap[pos] = heap[child];

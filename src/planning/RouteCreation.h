@@ -113,6 +113,10 @@ private:
     std::vector<Edge> Edges;
     std::vector<uint32_t> LinkOf;  // the edge's record in AirwayLinks
     std::vector<ViaInfo> Vias;
+    // No edge has a negative length. Then no tentative length is below +0
+    // (-0 only arises from -0 + -0, and the start's is +0), as a NaN or
+    // infinite sum never beats the starting length.
+    bool NonNegative = true;
   };
   // The prepared copy of one set of tables. Its nodes are placed along a
   // space-filling curve, so that the nodes a search has under way at one
@@ -147,6 +151,7 @@ private:
   void NoteReached(int32_t pos);
   void ResetNodes(bool resetAltitudes);
   bool Push(int32_t node);
+  template <bool kBits>
   int32_t Pop();
 
   // The search fields, by position in the order of the graph searched last

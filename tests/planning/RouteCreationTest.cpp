@@ -203,20 +203,80 @@ TEST_F(RouteTest, TiesKeepThePredecessorSettledFirst) {
 TEST_F(RouteTest, HeapPopsTheLastEntryAheadOfEqualSiblings) {
   // S reaches A, B, C and D at 10 NM each, pushed in that order. Popping A moves
   // D to the top, and D is not above its equal children, so D comes next and
-  // is the one that reaches T first.
+  // is the one that reaches T first. The same holds when a negative length
+  // elsewhere in the net has the search compare its keys another way.
+  for (bool negative : {false, true}) {
+    SCOPED_TRACE(negative);
+    GraphBuilder g;
+    g.Add(1, "S", 0, 0);
+    g.Add(2, "A", 0, 1);
+    g.Add(3, "B", 0, 2);
+    g.Add(4, "C", 0, 3);
+    g.Add(5, "D", 0, 4);
+    g.Add(6, "T", 0, 5);
+    g.Add(7, "X", 5, 5);
+    g.Add(8, "Y", 5, 6);
+    for (int n = 2; n <= 5; ++n) g.At(1).high.push_back(GraphBuilder::Link(n, "J1", 10));
+    for (int n = 3; n <= 5; ++n) g.At(n).high.push_back(GraphBuilder::Link(6, "J2", 5));
+    g.Jet(7, 8, "J3", negative ? -1.0f : 1.0f);
+    NavaidTables& t = g.Build();
+    RouteSearch prepared;
+    prepared.Prepare(t);
+    for (RouteSearch* s : {&search, &prepared}) {
+      EXPECT_EQ(s->RouteToTarget(t, 1, 6, 'J'), 6);
+      EXPECT_EQ(s->Pred(6), 5);
+      EXPECT_EQ(s->Pops(), 5);  // A, D, then C ahead of B; T is the fifth
+    }
+
+    // S reaches A at 5 NM, B and C at 10, D at 20. Popping A moves D to the
+    // top, above two equal children: it changes place with the right one,
+    // so C comes before B and reaches T first.
+    GraphBuilder h;
+    h.Add(1, "S", 0, 0);
+    h.Add(2, "A", 0, 1);
+    h.Add(3, "B", 0, 2);
+    h.Add(4, "C", 0, 3);
+    h.Add(5, "D", 0, 4);
+    h.Add(6, "T", 0, 5);
+    h.Add(7, "X", 5, 5);
+    h.Add(8, "Y", 5, 6);
+    for (int n = 2; n <= 5; ++n) h.At(1).high.push_back(GraphBuilder::Link(n, "J1", n == 2 ? 5 : n == 5 ? 20 : 10));
+    for (int n = 3; n <= 4; ++n) h.At(n).high.push_back(GraphBuilder::Link(6, "J2", 5));
+    h.Jet(7, 8, "J3", negative ? -1.0f : 1.0f);
+    NavaidTables& u = h.Build();
+    prepared.Prepare(u);
+    for (RouteSearch* s : {&search, &prepared}) {
+      EXPECT_EQ(s->RouteToTarget(u, 1, 6, 'J'), 6);
+      EXPECT_EQ(s->Pred(6), 4);
+      EXPECT_EQ(s->Pops(), 4);  // A, C, B, T
+    }
+  }
+}
+
+TEST_F(RouteTest, ANegativeLengthNeverReopensASettledNode) {
+  // A is settled at 10 NM before B (20 NM) offers it a path of 5 NM, which
+  // is not taken: A keeps S as its predecessor, and T beyond A is reached
+  // over A at 11 NM.
   GraphBuilder g;
   g.Add(1, "S", 0, 0);
   g.Add(2, "A", 0, 1);
   g.Add(3, "B", 0, 2);
-  g.Add(4, "C", 0, 3);
-  g.Add(5, "D", 0, 4);
-  g.Add(6, "T", 0, 5);
-  for (int n = 2; n <= 5; ++n) g.At(1).high.push_back(GraphBuilder::Link(n, "J1", 10));
-  for (int n = 3; n <= 5; ++n) g.At(n).high.push_back(GraphBuilder::Link(6, "J2", 5));
+  g.Add(4, "T", 0, 3);
+  g.At(1).high.push_back(GraphBuilder::Link(2, "J1", 10));
+  g.At(1).high.push_back(GraphBuilder::Link(3, "J1", 20));
+  g.At(3).high.push_back(GraphBuilder::Link(2, "J2", -15));
+  g.At(2).high.push_back(GraphBuilder::Link(4, "J3", 1));
   NavaidTables& t = g.Build();
-  EXPECT_EQ(search.RouteToTarget(t, 1, 6, 'J'), 6);
-  EXPECT_EQ(search.Pred(6), 5);
-  EXPECT_EQ(search.Pops(), 5);  // A, D, then C ahead of B; T is the fifth
+  RouteSearch prepared;
+  prepared.Prepare(t);
+  for (RouteSearch* s : {&search, &prepared}) {
+    EXPECT_EQ(s->RouteToArea(t, 1, 'J', 5, 5, 10), -1);  // an area nothing reaches: every node is popped
+    EXPECT_EQ(s->Pred(2), 1);
+    EXPECT_FLOAT_EQ(s->Dist(2), 10);
+    EXPECT_EQ(s->Pred(4), 2);
+    EXPECT_FLOAT_EQ(s->Dist(4), 11);
+    EXPECT_EQ(s->Pops(), 3);
+  }
 }
 
 TEST_F(RouteTest, SearchFailuresReturnMinusTheStart) {
