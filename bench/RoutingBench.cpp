@@ -178,11 +178,63 @@ void RunPlan(benchmark::State& state, char net) {
   state.counters["nm"] = plan.TotalDistance;
 }
 
+// The two halves of a low altitude plan on their own: the search for the
+// entry intersection and the exit radius, and the airway search between them.
+struct LowLeg {
+  World& world = TheWorld();
+  AircraftRec ac;
+  FlightPlan plan;
+  PlanPanel panel;
+  PlanEditor editor{plan, panel, ac, *world.nav};
+  RouteSearch search;
+  SilentUi ui;
+  RouteBuilder builder{editor, ac, world.db.Navaids, search, ui};
+
+  LowLeg() {
+    const auto& ints = world.db.Navaids.Intersections;
+    ac.CruiseLevel = 350;
+    plan.Waypoints[0] = EndRow(ints[static_cast<std::size_t>(world.lowWest)], "WEST");
+    plan.Waypoints[1] = EndRow(ints[static_cast<std::size_t>(world.lowEast)], "EAST");
+    plan.CurrentRow = -1;
+    editor.SetDirectPlan(1);
+  }
+};
+
+void BM_LowAltitudeEntryAndExit(benchmark::State& state) {
+  LowLeg leg;
+  int entry = 0, radius = 0;
+  for (auto _ : state) {
+    entry = leg.builder.FindEntryIntersection(0, 'V');
+    radius = leg.builder.FindExitRadius(0, 'V');
+    benchmark::DoNotOptimize(entry + radius);
+  }
+  state.counters["entry"] = entry;
+  state.counters["radius"] = radius;
+}
+
+void BM_LowAltitudeSearchOnly(benchmark::State& state) {
+  LowLeg leg;
+  NavaidTables& t = leg.world.db.Navaids;
+  const int entry = leg.builder.FindEntryIntersection(0, 'V');
+  const int radius = leg.builder.FindExitRadius(0, 'V');
+  const WaypointRec& dest = leg.plan.Waypoints[1];
+  leg.search.Prepare(t);
+  int result = 0;
+  for (auto _ : state) {
+    result = leg.search.RouteToArea(t, entry, 'V', dest.Lat, dest.Lon, radius);
+    benchmark::DoNotOptimize(result);
+  }
+  state.counters["pops"] = leg.search.Pops();
+  if (result < 0) state.SkipWithError("no route");
+}
+
 void BM_HighAltitudePlanAcrossTheWorld(benchmark::State& state) { RunPlan(state, 'J'); }
 void BM_LowAltitudePlanAcrossTheWorld(benchmark::State& state) { RunPlan(state, 'V'); }
 
 BENCHMARK(BM_HighAltitudePlanAcrossTheWorld)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LowAltitudePlanAcrossTheWorld)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LowAltitudeEntryAndExit)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LowAltitudeSearchOnly)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace orv

@@ -25,6 +25,42 @@ bool Beyond(float lat1, float lat2, double radius) {
   return std::fabs(static_cast<double>(lat1) - lat2) * 60 > radius + kPrefilterMarginNm;
 }
 
+// A quick test that a point lies farther than a radius from a centre, by
+// any measure the routines give, so that the exact (and costly) distance is
+// only worked out for points that may lie inside. Beyond the latitude test,
+// the longitude difference alone bounds the great-circle distance from
+// below: hav(d) >= cos(lat1) cos(lat2) hav(dLon), and cos(lat2) is at least
+// the cosine of the highest latitude the latitude test lets through. The
+// margin is the one of the latitude test.
+class RadiusBound {
+public:
+  RadiusBound(float lat, float lon, double radius) : lat_(lat), lon_(lon), radius_(radius) {
+    constexpr double kRad = 3.14159265358979323846 / 180;
+    const double reach = (radius + kPrefilterMarginNm) / 60;  // degrees of arc
+    const double highest = std::fabs(static_cast<double>(lat)) + reach;
+    if (!(highest < 90) || !(reach < 180)) return;  // no longitude limit
+    const double half = std::sin(reach * kRad / 2);
+    const double ratio = half * half / (std::cos(lat * kRad) * std::cos(highest * kRad));
+    if (ratio < 1) maxLonDiff_ = 2 * std::asin(std::sqrt(ratio)) / kRad;
+  }
+  bool Beyond(float lat, float lon) const {
+    if (orv::Beyond(lat_, lat, radius_)) return true;
+    double diff = std::fabs(static_cast<double>(lon) - lon_);
+    if (diff > 360) diff = std::fmod(diff, 360);
+    if (diff > 180) diff = 360 - diff;
+    return diff > maxLonDiff_;  // false for NaN
+  }
+
+private:
+  float lat_, lon_;
+  double radius_;
+  double maxLonDiff_ = 360;
+};
+
+// The widest radius a search growing from first by step tries below limit.
+constexpr int LastRadius(int first, int step, int limit) { return first + (limit - 1 - first) / step * step; }
+static_assert(LastRadius(30, 20, 500) == 490 && LastRadius(35, 25, 500) == 485);
+
 bool IsKind(const WaypointRec& w, std::string_view kind) { return w.Kind.Trimmed() == kind; }
 
 std::span<AirwayLinkRec> NetLinks(NavaidTables& navaids, int node, char net) {
@@ -86,31 +122,83 @@ RouteSearch::RouteSearch()
       viaAirway_(kIntersectionSlots),
       viaMinAlt_(kIntersectionSlots, 0),
       viaMaxAlt_(kIntersectionSlots, 0),
-      inTouched_(kIntersectionSlots, 0),
+      altListed_(kIntersectionSlots, 0),
       heap_(static_cast<std::size_t>(kHeapCapacity) + 1, 0) {
   touched_.reserve(kIntersectionSlots);
   altTouched_.reserve(kIntersectionSlots);
 }
 
 void RouteSearch::Prepare(const NavaidTables& navaids) {
+  // The fields of the last search go back to the plain order before the
+  // order they are kept in is replaced.
+  UsePreparedOrder(false);
   graph_.Tables = &navaids;
-  BuildNet(navaids, 'V', graph_.Low);
-  BuildNet(navaids, 'J', graph_.High);
+  BuildOrder(navaids, graph_);
+  BuildNet(navaids, 'V', &graph_, graph_.Low);
+  BuildNet(navaids, 'J', &graph_, graph_.High);
   graph_.HaveLow = graph_.HaveHigh = true;
-  BuildPositions(navaids, graph_);
 }
 
-void RouteSearch::BuildPositions(const NavaidTables& navaids, Graph& out) {
+namespace {
+
+// The distance of a point along a Hilbert curve through a 65536 x 65536
+// grid: points close on the curve are close on the grid.
+uint64_t HilbertKey(uint32_t x, uint32_t y) {
+  uint64_t key = 0;
+  for (uint32_t s = 1u << 15; s > 0; s >>= 1) {
+    const uint32_t rx = (x & s) ? 1 : 0;
+    const uint32_t ry = (y & s) ? 1 : 0;
+    key += uint64_t{s} * s * ((3 * rx) ^ ry);
+    if (ry == 0) {
+      if (rx == 1) {
+        x = 0xFFFF - x;
+        y = 0xFFFF - y;
+      }
+      std::swap(x, y);
+    }
+  }
+  return key;
+}
+
+uint32_t GridCell(float value, float low, float span) {
+  const double f = (static_cast<double>(value) - low) / span;
+  if (!(f > 0)) return 0;  // also NaN
+  return f >= 1 ? 0xFFFF : static_cast<uint32_t>(f * 0xFFFF);
+}
+
+}  // namespace
+
+void RouteSearch::BuildOrder(const NavaidTables& navaids, Graph& out) {
   const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
+  out.Slots = slots;
+  // Filled slots along the curve over longitude and latitude, empty ones
+  // behind them; equal keys keep the index order.
+  std::vector<std::pair<uint64_t, int32_t>> keyed(slots);
+  for (std::size_t i = 0; i < slots; ++i) {
+    const IntersectionRec& rec = navaids.Intersections[i];
+    const uint64_t key = rec.Ident.IsEmptySlot()
+                             ? ~uint64_t{0}
+                             : HilbertKey(GridCell(rec.Lon, -180, 360), GridCell(rec.Lat, -90, 180));
+    keyed[i] = {key, static_cast<int32_t>(i)};
+  }
+  std::sort(keyed.begin(), keyed.end());
+  out.Node.resize(kIntersectionSlots);
+  out.Position.resize(kIntersectionSlots);
+  for (std::size_t p = 0; p < kIntersectionSlots; ++p) {
+    const int32_t node = p < slots ? keyed[p].second : static_cast<int32_t>(p);
+    out.Node[p] = node;
+    out.Position[static_cast<std::size_t>(node)] = static_cast<int32_t>(p);
+  }
   out.Lat.resize(slots);
   out.Lon.resize(slots);
-  for (std::size_t i = 0; i < slots; ++i) {
-    out.Lat[i] = navaids.Intersections[i].Lat;
-    out.Lon[i] = navaids.Intersections[i].Lon;
+  for (std::size_t p = 0; p < slots; ++p) {
+    const IntersectionRec& rec = navaids.Intersections[static_cast<std::size_t>(out.Node[p])];
+    out.Lat[p] = rec.Lat;
+    out.Lon[p] = rec.Lon;
   }
 }
 
-void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out) {
+void RouteSearch::BuildNet(const NavaidTables& navaids, char net, const Graph* order, NetGraph& out) {
   const std::size_t slots = std::min(navaids.Intersections.size(), kIntersectionSlots);
   const std::size_t linkCount = navaids.AirwayLinks.size();
   out.Offsets.assign(slots + 1, 0);
@@ -131,8 +219,9 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out)
   };
   std::unordered_map<Key, uint32_t, KeyHash> vias;
 
-  for (std::size_t i = 0; i < slots; ++i) {
-    out.Offsets[i] = static_cast<uint32_t>(out.Edges.size());
+  for (std::size_t p = 0; p < slots; ++p) {
+    out.Offsets[p] = static_cast<uint32_t>(out.Edges.size());
+    const auto i = order ? static_cast<std::size_t>(order->Node[p]) : p;
     const IntersectionRec& rec = navaids.Intersections[i];
     const std::size_t first = std::size_t{rec.LinkFirst} + (net == 'V' ? 0u : rec.LowCount);
     const std::size_t count = net == 'V' ? rec.LowCount : rec.HighCount;
@@ -141,6 +230,7 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out)
       const AirwayLinkRec& link = navaids.AirwayLinks[k];
       const auto t = static_cast<std::size_t>(link.Target);
       if (t >= slots) continue;
+      const int32_t target = order ? order->Position[t] : link.Target;
       // The values the texts give once the search has written them back;
       // an edge whose texts that write would change is marked to have it done.
       FixedStr<5> min = link.Mea1, max = link.Mea2;
@@ -154,23 +244,57 @@ void RouteSearch::BuildNet(const NavaidTables& navaids, char net, NetGraph& out)
       key.Alts = uint64_t{static_cast<uint32_t>(minAlt)} << 32 | static_cast<uint32_t>(maxAlt);
       auto [it, added] = vias.try_emplace(key, static_cast<uint32_t>(out.Vias.size()));
       if (added) out.Vias.push_back({link.AirwayName, minAlt, maxAlt});
-      out.Edges.push_back({rewrite ? ~link.Target : link.Target, link.Distance, it->second});
+      out.Edges.push_back({rewrite ? ~target : target, link.Distance, it->second});
       out.LinkOf.push_back(static_cast<uint32_t>(k));
     }
   }
   out.Offsets[slots] = static_cast<uint32_t>(out.Edges.size());
+  out.NonNegative = std::none_of(out.Edges.begin(), out.Edges.end(),
+                                 [](const NetGraph::Edge& e) { return e.Length < 0; });
 }
 
-const RouteSearch::NetGraph& RouteSearch::NetFor(const NavaidTables& navaids, char net) {
-  if (graph_.Tables == &navaids) {
+bool RouteSearch::PreparedFor(const NavaidTables& navaids) const {
+  return graph_.Tables == &navaids &&
+         graph_.Slots == std::min(navaids.Intersections.size(), kIntersectionSlots);
+}
+
+const RouteSearch::NetGraph& RouteSearch::NetFor(const NavaidTables& navaids, char net, bool prepared) {
+  if (prepared) {
     bool& have = net == 'V' ? graph_.HaveLow : graph_.HaveHigh;
     NetGraph& g = net == 'V' ? graph_.Low : graph_.High;
-    if (!have) BuildNet(navaids, net, g);
+    if (!have) BuildNet(navaids, net, &graph_, g);
     have = true;
     return g;
   }
-  BuildNet(navaids, net, scratch_);
+  BuildNet(navaids, net, nullptr, scratch_);
   return scratch_;
+}
+
+void RouteSearch::UsePreparedOrder(bool prepared) {
+  if (prepared == inPreparedOrder_) return;
+  // Every slot moves from its position in one order to the other; a search
+  // over other tables in between is rare, so plain copies do.
+  const std::vector<int32_t>& node = graph_.Node;
+  const std::vector<int32_t>& position = graph_.Position;
+  auto move = [&](auto& values) {
+    auto copy = values;
+    for (std::size_t p = 0; p < kIntersectionSlots; ++p) {
+      const auto to = prepared ? static_cast<std::size_t>(position[p]) : static_cast<std::size_t>(node[p]);
+      values[to] = copy[p];
+    }
+  };
+  move(pred_);
+  move(dist_);
+  move(settled_);
+  move(viaAirway_);
+  move(viaMinAlt_);
+  move(viaMaxAlt_);
+  move(altListed_);
+  for (auto* list : {&touched_, &altTouched_}) {
+    for (int32_t& p : *list)
+      p = prepared ? position[static_cast<std::size_t>(p)] : node[static_cast<std::size_t>(p)];
+  }
+  inPreparedOrder_ = prepared;
 }
 
 int RouteSearch::RouteToArea(NavaidTables& navaids, int start, char net, float lat, float lon, int radius) {
@@ -195,10 +319,8 @@ void RouteSearch::ResetNodes(bool resetAltitudes) {
     if (resetAltitudes) {
       std::fill(viaMinAlt_.begin(), viaMinAlt_.end(), 0);
       std::fill(viaMaxAlt_.begin(), viaMaxAlt_.end(), 0);
-      std::fill(inTouched_.begin(), inTouched_.end(), uint8_t{0});
+      std::fill(altListed_.begin(), altListed_.end(), uint8_t{0});
       altTouched_.clear();
-    } else {
-      for (uint8_t& bits : inTouched_) bits &= ~uint8_t{1};
     }
     return;
   }
@@ -208,7 +330,6 @@ void RouteSearch::ResetNodes(bool resetAltitudes) {
     dist_[i] = kUnreached;
     settled_[i] = 0;
     viaAirway_[i] = FixedStr<8>();
-    inTouched_[i] &= ~uint8_t{1};
   }
   touched_.clear();
   if (resetAltitudes) {
@@ -216,7 +337,7 @@ void RouteSearch::ResetNodes(bool resetAltitudes) {
       const auto i = static_cast<std::size_t>(n);
       viaMinAlt_[i] = 0;
       viaMaxAlt_[i] = 0;
-      inTouched_[i] &= ~uint8_t{2};
+      altListed_[i] = 0;
     }
     altTouched_.clear();
   }
@@ -232,38 +353,45 @@ int RouteSearch::Run(NavaidTables& navaids, int start, char net, Goal goal, int 
 
   // The search rewrites the altitude texts of edges it uses for the first
   // time, so the edges are its own to change.
-  NetGraph& graph = const_cast<NetGraph&>(NetFor(navaids, net));
-  const bool prepared = graph_.Tables == &navaids && graph_.Lat.size() == slots;
+  const bool prepared = PreparedFor(navaids);
+  NetGraph& graph = const_cast<NetGraph&>(NetFor(navaids, net, prepared));
+  UsePreparedOrder(prepared);
   ResetNodes(resetAltitudes);
-  const auto s = static_cast<std::size_t>(start);
+  // Positions in the searched graph's order; the node of a position is what
+  // the caller sees.
+  const int32_t* node = prepared ? graph_.Node.data() : nullptr;
+  auto positionOf = [&](int i) { return prepared ? graph_.Position[static_cast<std::size_t>(i)] : i; };
+  const int32_t startPos = positionOf(start);
+  const int32_t targetPos = target >= 0 && static_cast<std::size_t>(target) < slots ? positionOf(target) : -1;
+  const auto s = static_cast<std::size_t>(startPos);
   dist_[s] = 0;
   settled_[s] = 1;
-  touched_.push_back(start);
-  inTouched_[s] |= 1;
+  touched_.push_back(startPos);
 
-  int current = start;
+  int32_t current = startPos;
   for (;;) {
-    Relax(navaids, graph, current);
+    Relax(navaids, graph, current, node ? node[current] : current);
     if (overflow_ || heapSize_ == 0) return -start;
     // A node can stand in the heap more than once; a later copy of a settled
     // node is expanded again, which finds nothing new to relax.
-    current = Pop();
+    current = graph.NonNegative ? Pop<true>() : Pop<false>();
     settled_[static_cast<std::size_t>(current)] = 1;
     if (++pops_ > popLimit) return -start;
     if (goal == Goal::Target) {
-      if (current == target) return current;
+      if (current == targetPos) return target;
     } else {
       const auto c = static_cast<std::size_t>(current);
-      const float nodeLat = prepared ? graph_.Lat[c] : navaids.Intersections[c].Lat;
+      const auto i = node ? static_cast<std::size_t>(node[c]) : c;
+      const float nodeLat = prepared ? graph_.Lat[c] : navaids.Intersections[i].Lat;
       if (Beyond(nodeLat, lat, radius)) continue;
-      const float nodeLon = prepared ? graph_.Lon[c] : navaids.Intersections[c].Lon;
-      if (RhumbDistance(nodeLat, nodeLon, lat, lon) <= radius) return current;
+      const float nodeLon = prepared ? graph_.Lon[c] : navaids.Intersections[i].Lon;
+      if (RhumbDistance(nodeLat, nodeLon, lat, lon) <= radius) return static_cast<int>(i);
     }
   }
 }
 
-void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
-  const auto n = static_cast<std::size_t>(node);
+void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int32_t pos, int32_t node) {
+  const auto n = static_cast<std::size_t>(pos);
   const std::size_t first = graph.Offsets[n], end = graph.Offsets[n + 1];
   NetGraph::Edge* edges = graph.Edges.data();
   const NetGraph::ViaInfo* vias = graph.Vias.data();
@@ -274,9 +402,11 @@ void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
     NetGraph::Edge& edge = edges[e];
     const int32_t target = edge.Target < 0 ? ~edge.Target : edge.Target;
     const auto t = static_cast<std::size_t>(target);
-    if (settled[t]) continue;
+    // A settled neighbour is skipped; as its length is rarely beaten, that
+    // test comes second and is rarely made.
     const float d = edge.Length + here;
-    if (!(d < dist[t])) continue;
+    const float before = dist[t];
+    if (!(d < before) || settled[t]) continue;
     if (edge.Target < 0) {
       RelaxFirstTime(navaids, graph, edge, e, node, d);
       if (overflow_) return;
@@ -288,11 +418,7 @@ void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
     viaAirway_[t] = via.Airway;
     viaMinAlt_[t] = via.MinAlt;
     viaMaxAlt_[t] = via.MaxAlt;
-    if (inTouched_[t] != 3) {
-      if (!(inTouched_[t] & 1)) touched_.push_back(edge.Target);
-      if (!(inTouched_[t] & 2)) altTouched_.push_back(edge.Target);
-      inTouched_[t] = 3;
-    }
+    if (before == kUnreached) NoteReached(target);
     if (!Push(edge.Target)) {
       overflow_ = true;
       return;
@@ -301,22 +427,28 @@ void RouteSearch::Relax(NavaidTables& navaids, NetGraph& graph, int node) {
 }
 
 void RouteSearch::RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e,
-                                 int node, float d) {
+                                 int32_t node, float d) {
   const int32_t target = ~edge.Target;
   const auto t = static_cast<std::size_t>(target);
   // The texts of the link record are parsed and written back in their
   // parsed form; from then on the edge's table values are what they give.
   AirwayLinkRec& link = navaids.AirwayLinks[graph.LinkOf[e]];
+  if (dist_[t] == kUnreached) NoteReached(target);
   pred_[t] = node;
   dist_[t] = d;
   viaAirway_[t] = link.AirwayName;
   viaMinAlt_[t] = ParseEdgeAltitude(link.Mea1);
   viaMaxAlt_[t] = ParseEdgeAltitude(link.Mea2);
   edge.Target = target;
-  if (!(inTouched_[t] & 1)) touched_.push_back(target);
-  if (!(inTouched_[t] & 2)) altTouched_.push_back(target);
-  inTouched_[t] = 3;
   if (!Push(target)) overflow_ = true;
+}
+
+void RouteSearch::NoteReached(int32_t pos) {
+  // A node's first path in this search: its length was the starting one.
+  touched_.push_back(pos);
+  uint8_t& listed = altListed_[static_cast<std::size_t>(pos)];
+  if (!listed) altTouched_.push_back(pos);
+  listed = 1;
 }
 
 bool RouteSearch::Push(int32_t node) {
@@ -335,34 +467,51 @@ bool RouteSearch::Push(int32_t node) {
   return true;
 }
 
+namespace {
+
+// The key of a heap entry: its tentative length, or, when no length can be
+// negative, the length's bits read as an integer, which order the same way
+// and are compared and picked with fewer steps.
+inline float HeapKey(const float* dist, int32_t node, std::false_type) { return dist[node]; }
+inline int32_t HeapKey(const float* dist, int32_t node, std::true_type) {
+  int32_t bits;
+  std::memcpy(&bits, dist + node, sizeof bits);
+  return bits;
+}
+
+}  // namespace
+
+template <bool kBits>
 int32_t RouteSearch::Pop() {
+  const std::bool_constant<kBits> bits;
   int32_t* heap = heap_.data();
   const float* dist = dist_.data();
   const int32_t top = heap[1];
-  const int32_t moved = heap[heapSize_];
-  --heapSize_;
-  const float node = dist[moved];
+  const int size = --heapSize_;
+  const int32_t moved = heap[size + 1];
+  const auto key = HeapKey(dist, moved, bits);
+  // The rule (with both children smaller, the left only when strictly
+  // smaller than the right; stop when neither is smaller) comes to: take the
+  // left child when it is strictly smaller than the right, else the right,
+  // and go down while the node is above the one taken. Keys are never NaN.
+  // The pick is done without a branch, as it is as good as random.
   int pos = 1;
   for (;;) {
     const int left = 2 * pos;
-    if (left > heapSize_) break;
-    const int right = left + 1;
-    const float leftKey = dist[heap[left]];
-    const bool aboveLeft = node > leftKey;
-    const bool hasRight = right <= heapSize_;
-    const float rightKey = hasRight ? dist[heap[right]] : 0.0f;
-    const bool aboveRight = hasRight && node > rightKey;
-    int child;
-    if (aboveLeft && aboveRight) {
-      // Both smaller: the left only when strictly smaller than the right.
-      child = leftKey < rightKey ? left : right;
-    } else if (aboveLeft) {
-      child = left;
-    } else if (aboveRight) {
-      child = right;
-    } else {
+    if (left >= size) {
+      // At most a left child remains.
+      if (left == size && key > HeapKey(dist, heap[left], bits)) {
+        heap[pos] = heap[left];
+        pos = left;
+      }
       break;
     }
+    const auto leftKey = HeapKey(dist, heap[left], bits), rightKey = HeapKey(dist, heap[left + 1], bits);
+    // The smaller key (equal keys are the same value either way) and the
+    // child's slot by arithmetic, which the compiler keeps branch-free.
+    const auto childKey = leftKey < rightKey ? leftKey : rightKey;
+    if (!(key > childKey)) break;
+    const int child = left + static_cast<int>(!(leftKey < rightKey));
     heap[pos] = heap[child];
     pos = child;
   }
@@ -377,8 +526,8 @@ void RouteSearch::PathTo(int end, std::vector<int32_t>& out) const {
   out.push_back(node);
   // A predecessor chain cannot be longer than the slots; the bound only
   // protects against a chain left inconsistent by an earlier failed search.
-  while (pred_[static_cast<std::size_t>(node)] != 0 && out.size() < pred_.size()) {
-    node = pred_[static_cast<std::size_t>(node)];
+  while (pred_[At(node)] != 0 && out.size() < pred_.size()) {
+    node = pred_[At(node)];
     out.push_back(node);
   }
 }
@@ -437,27 +586,50 @@ int RouteBuilder::FindEntryIntersection(int row, char net) {
   const WaypointRec& to = plan.Waypoints[static_cast<std::size_t>(row) + 1];
   const double heading = GcCourse(from.Lat, from.Lon, to.Lat, to.Lon);
   constexpr std::size_t kMaxCandidates = 500;
-  std::vector<int32_t> candidates;
-  candidates.reserve(kMaxCandidates);
-  for (int r = 30;; r += 20) {
-    if (r >= 500) {
+  constexpr int kFirstRadius = 30, kRadiusStep = 20, kRadiusLimit = 500;
+  std::vector<int32_t>& candidates = candidates_;
+  candidates.clear();
+
+  // The intersections of the net that the widest radius can reach, in index
+  // order; each radius then looks at these only, and a distance or a link
+  // test once made holds for every radius.
+  std::vector<NearNode>& near = near_;
+  near.clear();
+  const RadiusBound widest(from.Lat, from.Lon, LastRadius(kFirstRadius, kRadiusStep, kRadiusLimit));
+  for (int i = 1; i <= last; ++i) {
+    const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+    if (rec.Ident.IsEmptySlot() || widest.Beyond(rec.Lat, rec.Lon) || !NetMatches(i, net)) continue;
+    near.push_back({i, rec.Lat, rec.Lon, 0, NearNode::kUnknown, NearNode::kUnknown});
+  }
+
+  for (int r = kFirstRadius;; r += kRadiusStep) {
+    if (r >= kRadiusLimit) {
       ui_.MsgBox(kNoEntryFixMessage);
       return -1;
     }
     // An intersection qualifies when one of its airways of the net leaves it
     // within 60 degrees of the leg's direction.
-    for (int i = 1; i <= last && candidates.size() < kMaxCandidates; ++i) {
-      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
-      if (rec.Ident.IsEmptySlot() || Beyond(from.Lat, rec.Lat, r) || !NetMatches(i, net)) continue;
-      if (!(GcDistance(from.Lat, from.Lon, rec.Lat, rec.Lon) < r)) continue;
-      for (const AirwayLinkRec& link : NetLinks(navaids_, i, net)) {
-        if (link.Target < 0 || link.Target >= static_cast<int32_t>(ints.size())) continue;
-        const IntersectionRec& next = ints[static_cast<std::size_t>(link.Target)];
-        if (AngleDiff(RhumbCourse(rec.Lat, rec.Lon, next.Lat, next.Lon), heading) <= 60) {
-          candidates.push_back(i);
-          break;
+    const RadiusBound bound(from.Lat, from.Lon, r);
+    for (NearNode& n : near) {
+      if (candidates.size() >= kMaxCandidates) break;
+      if (bound.Beyond(n.Lat, n.Lon)) continue;
+      if (n.Measured == NearNode::kUnknown) {
+        n.Distance = GcDistance(from.Lat, from.Lon, n.Lat, n.Lon);
+        n.Measured = NearNode::kYes;
+      }
+      if (!(n.Distance < r)) continue;
+      if (n.Qualifies == NearNode::kUnknown) {
+        n.Qualifies = NearNode::kNo;
+        for (const AirwayLinkRec& link : NetLinks(navaids_, n.Index, net)) {
+          if (link.Target < 0 || link.Target >= static_cast<int32_t>(ints.size())) continue;
+          const IntersectionRec& next = ints[static_cast<std::size_t>(link.Target)];
+          if (AngleDiff(RhumbCourse(n.Lat, n.Lon, next.Lat, next.Lon), heading) <= 60) {
+            n.Qualifies = NearNode::kYes;
+            break;
+          }
         }
       }
+      if (n.Qualifies == NearNode::kYes) candidates.push_back(n.Index);
     }
     if (!candidates.empty()) break;
   }
@@ -481,16 +653,40 @@ int RouteBuilder::FindExitRadius(int row, char net) {
   const auto& ints = navaids_.Intersections;
   const int last = std::min(navaids_.MaxIntersectionIndex, static_cast<int32_t>(ints.size()) - 1);
   const WaypointRec& dest = plan.Waypoints[static_cast<std::size_t>(row) + 1];
-  for (int r = 35;; r += 25) {
-    if (r >= 500) {
+  constexpr int kFirstRadius = 35, kRadiusStep = 25, kRadiusLimit = 500;
+  // The first radius scans the table and usually finds one; meanwhile the
+  // intersections the widest radius can reach are noted, in index order, so
+  // that the wider radii look at these only and measure each once.
+  std::vector<NearNode>& near = near_;
+  near.clear();
+  const RadiusBound widest(dest.Lat, dest.Lon, LastRadius(kFirstRadius, kRadiusStep, kRadiusLimit));
+  {
+    const RadiusBound bound(dest.Lat, dest.Lon, kFirstRadius);
+    for (int i = 1; i <= last; ++i) {
+      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
+      if (rec.Ident.IsEmptySlot() || widest.Beyond(rec.Lat, rec.Lon) || !NetMatches(i, net)) continue;
+      NearNode n{i, rec.Lat, rec.Lon, 0, NearNode::kUnknown, NearNode::kUnknown};
+      if (!bound.Beyond(rec.Lat, rec.Lon)) {
+        n.Distance = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
+        n.Measured = NearNode::kYes;
+        if (n.Distance < kFirstRadius && n.Distance > 5) return kFirstRadius;
+      }
+      near.push_back(n);
+    }
+  }
+  for (int r = kFirstRadius + kRadiusStep;; r += kRadiusStep) {
+    if (r >= kRadiusLimit) {
       ui_.MsgBox(kNoExitFixMessage);
       return -1;
     }
-    for (int i = 1; i <= last; ++i) {
-      const IntersectionRec& rec = ints[static_cast<std::size_t>(i)];
-      if (rec.Ident.IsEmptySlot() || Beyond(dest.Lat, rec.Lat, r) || !NetMatches(i, net)) continue;
-      double d = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
-      if (d < r && d > 5) return r;
+    const RadiusBound bound(dest.Lat, dest.Lon, r);
+    for (NearNode& n : near) {
+      if (bound.Beyond(n.Lat, n.Lon)) continue;
+      if (n.Measured == NearNode::kUnknown) {
+        n.Distance = GcDistance(dest.Lat, dest.Lon, n.Lat, n.Lon);
+        n.Measured = NearNode::kYes;
+      }
+      if (n.Distance < r && n.Distance > 5) return r;
     }
   }
 }

@@ -76,12 +76,12 @@ public:
   void PathTo(int end, std::vector<int32_t>& out) const;
 
   // Search fields of node i after the last search.
-  int32_t Pred(int i) const { return pred_[static_cast<std::size_t>(i)]; }
-  float Dist(int i) const { return dist_[static_cast<std::size_t>(i)]; }
-  bool Settled(int i) const { return settled_[static_cast<std::size_t>(i)] != 0; }
-  const FixedStr<8>& ViaAirway(int i) const { return viaAirway_[static_cast<std::size_t>(i)]; }
-  int32_t ViaMinAlt(int i) const { return viaMinAlt_[static_cast<std::size_t>(i)]; }
-  int32_t ViaMaxAlt(int i) const { return viaMaxAlt_[static_cast<std::size_t>(i)]; }
+  int32_t Pred(int i) const { return pred_[At(i)]; }
+  float Dist(int i) const { return dist_[At(i)]; }
+  bool Settled(int i) const { return settled_[At(i)] != 0; }
+  const FixedStr<8>& ViaAirway(int i) const { return viaAirway_[At(i)]; }
+  int32_t ViaMinAlt(int i) const { return viaMinAlt_[At(i)]; }
+  int32_t ViaMaxAlt(int i) const { return viaMaxAlt_[At(i)]; }
   // Nodes taken off the heap by the last search.
   int Pops() const { return pops_; }
   // True when the last search failed because its heap was full.
@@ -90,13 +90,14 @@ public:
 private:
   enum class Goal { Area, Target };
 
-  // The links of one net in the form the search reads them: for node i, the
-  // edges offsets[i] to offsets[i + 1], in link order, holding the neighbour
-  // and the length side by side. Links the search would skip anyway (a
-  // neighbour outside the slots, a node whose links run past the list) are
-  // left out. The airway and its parsed altitudes come from a small table of
-  // the distinct ones. An edge whose altitude texts the search has still to
-  // rewrite carries its neighbour bit-inverted (negative) until it has.
+  // The links of one net in the form the search reads them: for the node at
+  // position p, the edges offsets[p] to offsets[p + 1], in link order,
+  // holding the neighbour's position and the length side by side. Links the
+  // search would skip anyway (a neighbour outside the slots, a node whose
+  // links run past the list) are left out. The airway and its parsed
+  // altitudes come from a small table of the distinct ones. An edge whose
+  // altitude texts the search has still to rewrite carries its neighbour
+  // bit-inverted (negative) until it has.
   struct NetGraph {
     struct Edge {
       int32_t Target;
@@ -112,40 +113,67 @@ private:
     std::vector<Edge> Edges;
     std::vector<uint32_t> LinkOf;  // the edge's record in AirwayLinks
     std::vector<ViaInfo> Vias;
+    // No edge has a negative length. Then no tentative length is below +0
+    // (-0 only arises from -0 + -0, and the start's is +0), as a NaN or
+    // infinite sum never beats the starting length.
+    bool NonNegative = true;
   };
+  // The prepared copy of one set of tables. Its nodes are placed along a
+  // space-filling curve, so that the nodes a search has under way at one
+  // time lie close together in memory; Node[p] is the intersection placed
+  // at position p and Position[i] the position of intersection i. Both
+  // cover all slots, the ones past the tables' intersections in place.
   struct Graph {
     const NavaidTables* Tables = nullptr;  // the prepared tables, null when none
+    std::size_t Slots = 0;                 // their intersection count when prepared
     NetGraph Low, High;
     bool HaveLow = false, HaveHigh = false;
-    std::vector<float> Lat, Lon;
+    std::vector<int32_t> Node, Position;
+    std::vector<float> Lat, Lon;  // by position
   };
-  static void BuildNet(const NavaidTables& navaids, char net, NetGraph& out);
-  static void BuildPositions(const NavaidTables& navaids, Graph& out);
-  const NetGraph& NetFor(const NavaidTables& navaids, char net);
+  static void BuildNet(const NavaidTables& navaids, char net, const Graph* order, NetGraph& out);
+  static void BuildOrder(const NavaidTables& navaids, Graph& out);
+  bool PreparedFor(const NavaidTables& navaids) const;
+  const NetGraph& NetFor(const NavaidTables& navaids, char net, bool prepared);
+  // Moves the search fields between the plain order of the intersections
+  // and the prepared graph's order.
+  void UsePreparedOrder(bool prepared);
+  std::size_t At(int i) const {
+    return inPreparedOrder_ ? static_cast<std::size_t>(graph_.Position[static_cast<std::size_t>(i)])
+                            : static_cast<std::size_t>(i);
+  }
 
   int Run(NavaidTables& navaids, int start, char net, Goal goal, int target, float lat, float lon, int radius,
           int popLimit, bool resetAltitudes);
-  void Relax(NavaidTables& navaids, NetGraph& graph, int node);
-  void RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e, int node,
+  void Relax(NavaidTables& navaids, NetGraph& graph, int32_t pos, int32_t node);
+  void RelaxFirstTime(NavaidTables& navaids, NetGraph& graph, NetGraph::Edge& edge, std::size_t e, int32_t node,
                       float d);
+  void NoteReached(int32_t pos);
   void ResetNodes(bool resetAltitudes);
   bool Push(int32_t node);
+  template <bool kBits>
   int32_t Pop();
 
+  // The search fields, by position in the order of the graph searched last
+  // (the prepared one when inPreparedOrder_, else the plain one). Pred
+  // holds intersection indices.
   std::vector<int32_t> pred_;
   std::vector<float> dist_;
   std::vector<uint8_t> settled_;
   std::vector<FixedStr<8>> viaAirway_;
   std::vector<int32_t> viaMinAlt_;
   std::vector<int32_t> viaMaxAlt_;
-  // Nodes the last search gave a path or a via altitude; only they need
+  // The nodes the last search gave a path (those whose length is no longer
+  // the starting one, and the start), and the nodes any search since the
+  // last reset of the altitudes gave a via altitude; only they need
   // resetting before the next search.
   std::vector<int32_t> touched_;
   std::vector<int32_t> altTouched_;
-  std::vector<uint8_t> inTouched_;     // bit 1: in touched_, bit 2: in altTouched_
+  std::vector<uint8_t> altListed_;  // 1 for a node in altTouched_
   std::vector<int32_t> heap_;  // 1-based; heap_[0] unused
   Graph graph_;
   NetGraph scratch_;  // the per-search copy for unprepared tables
+  bool inPreparedOrder_ = false;
   int heapSize_ = 0;
   int pops_ = 0;
   bool overflow_ = false;
@@ -206,12 +234,25 @@ private:
   bool InsertNode(int at, int node);
   void NoteLevel(int node);
 
+  // An intersection near the point the entry or exit search looks around,
+  // with the tests made on it so far.
+  struct NearNode {
+    enum : int8_t { kUnknown, kYes, kNo };
+    int32_t Index;
+    float Lat, Lon;
+    double Distance;  // great-circle NM, once Measured
+    int8_t Measured;
+    int8_t Qualifies;  // has an airway of the net ahead
+  };
+
   PlanEditor& editor_;
   const AircraftRec& aircraft_;
   NavaidTables& navaids_;
   RouteSearch& search_;
   Ui& ui_;
   std::vector<int32_t> path_;
+  std::vector<int32_t> candidates_;
+  std::vector<NearNode> near_;
   std::string lastAirway_;
   bool violation_ = false;
   int32_t violationAltitude_ = 0;

@@ -94,6 +94,16 @@ TEST(Format, SignsGroupsSectionsAndLiterals) {
   EXPECT_EQ(Format(7.5, "00\\°"), "08°");
 }
 
+TEST(Format, DigitsComeFromFifteenSignificantOnesAtAnyMagnitude) {
+  EXPECT_EQ(Format(1e-20, "0.00"), "0.00");
+  EXPECT_EQ(Format(0.000123456789012345, "0.000000"), "0.000123");
+  EXPECT_EQ(Format(9.99999999999999e-5, "0.0000"), "0.0001");
+  EXPECT_EQ(Format(123456789012345.6, "0"), "123456789012346");
+  EXPECT_EQ(Format(0.1 + 0.2, "0.0000000000000000"), "0.3000000000000000");  // 15 digits, not 17
+  EXPECT_EQ(Format(1e20, "0"), "100000000000000000000");
+  EXPECT_EQ(Format(5e-324, "0.0"), "0.0");
+}
+
 TEST(Format, DecimalPointIgnoresTheLocale) {
   const char* old = std::setlocale(LC_NUMERIC, nullptr);
   std::string saved = old ? old : "C";

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <unordered_map>
+
+#include "core/Geodesy.h"
+
 #include "planning/Aircraft.h"
 #include "planning/FakeNav.h"
 #include "planning/NavLookupDb.h"
@@ -27,14 +32,17 @@ struct GraphBuilder {
   };
   std::vector<Node> nodes;
 
+  std::unordered_map<int, std::size_t> where;  // index -> entry of nodes
+
   Node& Add(int index, std::string ident, float lat, float lon) {
+    where[index] = nodes.size();
     nodes.push_back({index, std::move(ident), lat, lon, {}, {}});
     return nodes.back();
   }
   Node& At(int index) {
-    for (Node& n : nodes)
-      if (n.index == index) return n;
-    throw std::runtime_error("no node");
+    auto it = where.find(index);
+    if (it == where.end()) throw std::runtime_error("no node");
+    return nodes[it->second];
   }
   static AirwayLinkRec Link(int target, std::string_view airway, float nm, std::string_view mea1 = "",
                             std::string_view mea2 = "") {
@@ -195,20 +203,80 @@ TEST_F(RouteTest, TiesKeepThePredecessorSettledFirst) {
 TEST_F(RouteTest, HeapPopsTheLastEntryAheadOfEqualSiblings) {
   // S reaches A, B, C and D at 10 NM each, pushed in that order. Popping A moves
   // D to the top, and D is not above its equal children, so D comes next and
-  // is the one that reaches T first.
+  // is the one that reaches T first. The same holds when a negative length
+  // elsewhere in the net has the search compare its keys another way.
+  for (bool negative : {false, true}) {
+    SCOPED_TRACE(negative);
+    GraphBuilder g;
+    g.Add(1, "S", 0, 0);
+    g.Add(2, "A", 0, 1);
+    g.Add(3, "B", 0, 2);
+    g.Add(4, "C", 0, 3);
+    g.Add(5, "D", 0, 4);
+    g.Add(6, "T", 0, 5);
+    g.Add(7, "X", 5, 5);
+    g.Add(8, "Y", 5, 6);
+    for (int n = 2; n <= 5; ++n) g.At(1).high.push_back(GraphBuilder::Link(n, "J1", 10));
+    for (int n = 3; n <= 5; ++n) g.At(n).high.push_back(GraphBuilder::Link(6, "J2", 5));
+    g.Jet(7, 8, "J3", negative ? -1.0f : 1.0f);
+    NavaidTables& t = g.Build();
+    RouteSearch prepared;
+    prepared.Prepare(t);
+    for (RouteSearch* s : {&search, &prepared}) {
+      EXPECT_EQ(s->RouteToTarget(t, 1, 6, 'J'), 6);
+      EXPECT_EQ(s->Pred(6), 5);
+      EXPECT_EQ(s->Pops(), 5);  // A, D, then C ahead of B; T is the fifth
+    }
+
+    // S reaches A at 5 NM, B and C at 10, D at 20. Popping A moves D to the
+    // top, above two equal children: it changes place with the right one,
+    // so C comes before B and reaches T first.
+    GraphBuilder h;
+    h.Add(1, "S", 0, 0);
+    h.Add(2, "A", 0, 1);
+    h.Add(3, "B", 0, 2);
+    h.Add(4, "C", 0, 3);
+    h.Add(5, "D", 0, 4);
+    h.Add(6, "T", 0, 5);
+    h.Add(7, "X", 5, 5);
+    h.Add(8, "Y", 5, 6);
+    for (int n = 2; n <= 5; ++n) h.At(1).high.push_back(GraphBuilder::Link(n, "J1", n == 2 ? 5 : n == 5 ? 20 : 10));
+    for (int n = 3; n <= 4; ++n) h.At(n).high.push_back(GraphBuilder::Link(6, "J2", 5));
+    h.Jet(7, 8, "J3", negative ? -1.0f : 1.0f);
+    NavaidTables& u = h.Build();
+    prepared.Prepare(u);
+    for (RouteSearch* s : {&search, &prepared}) {
+      EXPECT_EQ(s->RouteToTarget(u, 1, 6, 'J'), 6);
+      EXPECT_EQ(s->Pred(6), 4);
+      EXPECT_EQ(s->Pops(), 4);  // A, C, B, T
+    }
+  }
+}
+
+TEST_F(RouteTest, ANegativeLengthNeverReopensASettledNode) {
+  // A is settled at 10 NM before B (20 NM) offers it a path of 5 NM, which
+  // is not taken: A keeps S as its predecessor, and T beyond A is reached
+  // over A at 11 NM.
   GraphBuilder g;
   g.Add(1, "S", 0, 0);
   g.Add(2, "A", 0, 1);
   g.Add(3, "B", 0, 2);
-  g.Add(4, "C", 0, 3);
-  g.Add(5, "D", 0, 4);
-  g.Add(6, "T", 0, 5);
-  for (int n = 2; n <= 5; ++n) g.At(1).high.push_back(GraphBuilder::Link(n, "J1", 10));
-  for (int n = 3; n <= 5; ++n) g.At(n).high.push_back(GraphBuilder::Link(6, "J2", 5));
+  g.Add(4, "T", 0, 3);
+  g.At(1).high.push_back(GraphBuilder::Link(2, "J1", 10));
+  g.At(1).high.push_back(GraphBuilder::Link(3, "J1", 20));
+  g.At(3).high.push_back(GraphBuilder::Link(2, "J2", -15));
+  g.At(2).high.push_back(GraphBuilder::Link(4, "J3", 1));
   NavaidTables& t = g.Build();
-  EXPECT_EQ(search.RouteToTarget(t, 1, 6, 'J'), 6);
-  EXPECT_EQ(search.Pred(6), 5);
-  EXPECT_EQ(search.Pops(), 5);  // A, D, then C ahead of B; T is the fifth
+  RouteSearch prepared;
+  prepared.Prepare(t);
+  for (RouteSearch* s : {&search, &prepared}) {
+    EXPECT_EQ(s->RouteToArea(t, 1, 'J', 5, 5, 10), -1);  // an area nothing reaches: every node is popped
+    EXPECT_EQ(s->Pred(2), 1);
+    EXPECT_FLOAT_EQ(s->Dist(2), 10);
+    EXPECT_EQ(s->Pred(4), 2);
+    EXPECT_FLOAT_EQ(s->Dist(4), 11);
+    EXPECT_EQ(s->Pops(), 3);
+  }
 }
 
 TEST_F(RouteTest, SearchFailuresReturnMinusTheStart) {
@@ -267,6 +335,268 @@ TEST_F(RouteTest, PreparedSearchGivesTheSameResultsAndRewritesTextsOnce) {
   EXPECT_EQ(prepared.HighAirways(2)[2].Mea1.View(), "10000");
   EXPECT_EQ(other.RouteToTarget(prepared, 2, 5, 'J'), 5);
   EXPECT_EQ(other.ViaMinAlt(5), 10000);
+}
+
+// A small generator of its own, so that the random graphs are the same with
+// every standard library.
+struct Lcg {
+  uint64_t state;
+  uint32_t Next() {
+    state = state * 6364136223846793005ull + 1442695040888963407ull;
+    return static_cast<uint32_t>(state >> 33);  // 31 bits
+  }
+  int Below(std::size_t n) { return static_cast<int>(Next() % static_cast<uint32_t>(n)); }
+  float Between(float low, float high) { return low + (high - low) * static_cast<float>(Next() / 2147483648.0); }
+};
+
+// count intersections in random slots (slot 0 among them) strewn over a
+// square of +-span degrees, linked on both nets to others of the list by
+// whole-NM lengths, so that equal path lengths are common. Some links go one
+// way only, one leaves the slots, and the altitude texts vary in the ways the
+// search has to rewrite.
+GraphBuilder RandomAirways(uint32_t seed, int count, float lat, float lon, float span, int slotRange = 40000) {
+  Lcg rng{seed};
+  GraphBuilder g;
+  std::vector<int> slots{0};
+  while (static_cast<int>(slots.size()) < count) {
+    int slot = 1 + rng.Below(static_cast<std::size_t>(slotRange));
+    if (std::find(slots.begin(), slots.end(), slot) == slots.end()) slots.push_back(slot);
+  }
+  for (int k = 0; k < count; ++k) {
+    float nodeLon = lon + rng.Between(-span, span);
+    if (nodeLon >= 180) nodeLon -= 360;
+    if (nodeLon < -180) nodeLon += 360;
+    g.Add(slots[static_cast<std::size_t>(k)], "N" + std::to_string(k), lat + rng.Between(-span, span), nodeLon);
+  }
+  static const char* const kMea[] = {"FL50", "05000", "-500", "1E+05", "", "3000", "FL180"};
+  auto other = [&](int k) { return slots[static_cast<std::size_t>((k + 1 + rng.Below(12)) % count)]; };
+  for (int k = 0; k < count; ++k) {
+    const int a = slots[static_cast<std::size_t>(k)];
+    for (int n = rng.Below(3); n >= 0; --n)
+      g.Victor(a, other(k), "V" + std::to_string(rng.Below(9)), static_cast<float>(1 + rng.Below(20)),
+               kMea[rng.Below(7)]);
+    for (int n = rng.Below(3); n >= 0; --n)
+      g.Jet(a, other(k), "J" + std::to_string(rng.Below(9)), static_cast<float>(1 + rng.Below(20)),
+            kMea[rng.Below(7)]);
+    if (rng.Below(5) == 0)
+      g.At(a).high.push_back(GraphBuilder::Link(other(k), "J99", static_cast<float>(1 + rng.Below(20)), "FL2"));
+  }
+  g.At(slots[1]).low.push_back(GraphBuilder::Link(40001, "VX", 1));
+  return g;
+}
+
+TEST_F(RouteTest, PreparedSearchAgreesWithThePlainOneOnRandomGraphs) {
+  // The prepared tables keep their nodes in another order. One object that
+  // searches them, and now and then other tables unprepared, and is prepared
+  // again midway, must answer exactly as one that only ever searches plain
+  // copies of the same tables: results, pops, every node's fields (the via
+  // altitudes a target search leaves alone included) and the rewritten texts.
+  // The large graph has searches reach enough nodes to be reset by whole
+  // fills.
+  struct Case {
+    uint32_t seed;
+    int count;
+    int calls;
+  };
+  for (Case c : {Case{1, 300, 60}, Case{2, 300, 60}, Case{3, 300, 60}, Case{4, 7000, 12}}) {
+    const uint32_t seed = c.seed;
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    GraphBuilder main1 = RandomAirways(seed, c.count, 40, 10, 8), main2 = main1;
+    GraphBuilder other1 = RandomAirways(seed + 100, 60, -20, 178, 4), other2 = other1;
+    NavaidTables* tables1[2] = {&main1.Build(), &other1.Build()};
+    NavaidTables* tables2[2] = {&main2.Build(), &other2.Build()};
+    const std::vector<GraphBuilder::Node>* nodes[2] = {&main1.nodes, &other1.nodes};
+    RouteSearch prepared, plain;
+    prepared.Prepare(*tables1[0]);
+    Lcg rng{seed * 7919};
+    std::vector<int32_t> path1, path2;
+    int found = 0, maxPops = 0;
+    for (int call = 0; call < c.calls; ++call) {
+      SCOPED_TRACE(testing::Message() << "call " << call);
+      if (call == c.calls / 2) prepared.Prepare(*tables1[0]);
+      const int which = rng.Below(4) == 0 ? 1 : 0;
+      const auto& ns = *nodes[which];
+      const char net = rng.Below(2) ? 'V' : 'J';
+      const int start = ns[static_cast<std::size_t>(rng.Below(ns.size()))].index;
+      int r1, r2;
+      if (rng.Below(2)) {
+        const int target = ns[static_cast<std::size_t>(rng.Below(ns.size()))].index;
+        r1 = prepared.RouteToTarget(*tables1[which], start, target, net);
+        r2 = plain.RouteToTarget(*tables2[which], start, target, net);
+      } else {
+        const auto& near = ns[static_cast<std::size_t>(rng.Below(ns.size()))];
+        const float lat = near.lat + rng.Between(-0.5f, 0.5f), lon = near.lon + rng.Between(-0.5f, 0.5f);
+        const int radius = 5 + rng.Below(40);
+        r1 = prepared.RouteToArea(*tables1[which], start, net, lat, lon, radius);
+        r2 = plain.RouteToArea(*tables2[which], start, net, lat, lon, radius);
+        // An area search starts from scratch: a new object gives the same
+        // (apart from the altitudes of edges used for the first time, whose
+        // texts are now rewritten), and nodes not reached have none.
+        RouteSearch fresh;
+        ASSERT_EQ(fresh.RouteToArea(*tables2[which], start, net, lat, lon, radius), r1);
+        for (const auto* list : nodes) {
+          for (const auto& n : *list) {
+            ASSERT_EQ(prepared.Pred(n.index), fresh.Pred(n.index)) << n.index;
+            ASSERT_EQ(prepared.Dist(n.index), fresh.Dist(n.index)) << n.index;
+            ASSERT_EQ(prepared.Settled(n.index), fresh.Settled(n.index)) << n.index;
+            ASSERT_EQ(prepared.ViaAirway(n.index), fresh.ViaAirway(n.index)) << n.index;
+            if (fresh.Dist(n.index) == RouteSearch::kUnreached) {
+              ASSERT_EQ(prepared.ViaMinAlt(n.index), 0) << n.index;
+              ASSERT_EQ(prepared.ViaMaxAlt(n.index), 0) << n.index;
+            }
+          }
+        }
+      }
+      ASSERT_EQ(r1, r2);
+      found += r1 >= 0;
+      if (plain.Pops() > maxPops) maxPops = plain.Pops();
+      EXPECT_EQ(prepared.Pops(), plain.Pops());
+      for (const auto* list : nodes) {
+        for (const auto& n : *list) {
+          ASSERT_EQ(prepared.Pred(n.index), plain.Pred(n.index)) << n.index;
+          ASSERT_EQ(prepared.Dist(n.index), plain.Dist(n.index)) << n.index;
+          ASSERT_EQ(prepared.Settled(n.index), plain.Settled(n.index)) << n.index;
+          ASSERT_EQ(prepared.ViaAirway(n.index), plain.ViaAirway(n.index)) << n.index;
+          ASSERT_EQ(prepared.ViaMinAlt(n.index), plain.ViaMinAlt(n.index)) << n.index;
+          ASSERT_EQ(prepared.ViaMaxAlt(n.index), plain.ViaMaxAlt(n.index)) << n.index;
+        }
+      }
+      if (r1 >= 0) {
+        prepared.PathTo(r1, path1);
+        plain.PathTo(r2, path2);
+        EXPECT_EQ(path1, path2);
+      }
+      EXPECT_EQ(tables1[0]->AirwayLinks, tables2[0]->AirwayLinks);
+      EXPECT_EQ(tables1[1]->AirwayLinks, tables2[1]->AirwayLinks);
+    }
+    EXPECT_GT(found, c.calls / 4);  // the searches do reach their goals
+    if (c.count > 1000) EXPECT_GT(maxPops, c.count);  // a search reached most of it
+  }
+}
+
+// The entry and exit searches as the algorithm states them, measuring every
+// intersection; the searches proper skip the ones they can tell are too far.
+int PlainEntry(const NavaidTables& t, const WaypointRec& from, const WaypointRec& to, char net) {
+  const double heading = GcCourse(from.Lat, from.Lon, to.Lat, to.Lon);
+  const int last = std::min(t.MaxIntersectionIndex, static_cast<int32_t>(t.Intersections.size()) - 1);
+  for (int r = 30; r < 500; r += 20) {
+    std::vector<int> candidates;
+    for (int i = 1; i <= last && candidates.size() < 500; ++i) {
+      const IntersectionRec& rec = t.Intersections[static_cast<std::size_t>(i)];
+      const char type = IntersectionNetType(rec).chars[0];
+      if (rec.Ident.IsEmptySlot() || (type != 'X' && type != net)) continue;
+      if (!(GcDistance(from.Lat, from.Lon, rec.Lat, rec.Lon) < r)) continue;
+      for (const AirwayLinkRec& link : net == 'V' ? t.LowAirways(i) : t.HighAirways(i)) {
+        if (link.Target < 0 || link.Target >= static_cast<int32_t>(t.Intersections.size())) continue;
+        const IntersectionRec& next = t.Intersections[static_cast<std::size_t>(link.Target)];
+        if (AngleDiff(RhumbCourse(rec.Lat, rec.Lon, next.Lat, next.Lon), heading) <= 60) {
+          candidates.push_back(i);
+          break;
+        }
+      }
+    }
+    if (candidates.empty()) continue;
+    double best = 360;
+    int winner = candidates.front();
+    for (int c : candidates) {
+      const IntersectionRec& rec = t.Intersections[static_cast<std::size_t>(c)];
+      const double angle = AngleDiff(GcCourse(from.Lat, from.Lon, rec.Lat, rec.Lon), heading);
+      if (angle < best) {
+        best = angle;
+        winner = c;
+      }
+    }
+    return winner;
+  }
+  return -1;
+}
+
+int PlainExitRadius(const NavaidTables& t, const WaypointRec& dest, char net) {
+  const int last = std::min(t.MaxIntersectionIndex, static_cast<int32_t>(t.Intersections.size()) - 1);
+  for (int r = 35; r < 500; r += 25) {
+    for (int i = 1; i <= last; ++i) {
+      const IntersectionRec& rec = t.Intersections[static_cast<std::size_t>(i)];
+      const char type = IntersectionNetType(rec).chars[0];
+      if (rec.Ident.IsEmptySlot() || (type != 'X' && type != net)) continue;
+      const double d = GcDistance(dest.Lat, dest.Lon, rec.Lat, rec.Lon);
+      if (d < r && d > 5) return r;
+    }
+  }
+  return -1;
+}
+
+TEST_F(RouteTest, EntryAndExitAgreeWithAPlainScanEverywhere) {
+  // Intersections strewn around the equator, high latitudes, both sides of
+  // the date line and a pole, sparse enough that the radii have to grow;
+  // legs start and end at random points around them.
+  struct Area {
+    float lat, lon, span;
+  };
+  const Area areas[] = {{0, 0, 6}, {62, 20, 8}, {82, -60, 5}, {-10, 179.5f, 5}, {45, -179.8f, 7}, {-85, 30, 4}};
+  uint32_t seed = 11;
+  int entries = 0, wide = 0;
+  for (const Area& area : areas) {
+    SCOPED_TRACE(testing::Message() << "area " << area.lat << "/" << area.lon);
+    GraphBuilder g = RandomAirways(seed++, 120, area.lat, area.lon, area.span, 1000);
+    NavaidTables& t = g.Build();
+    RouteBuilder b = Builder(t);
+    Lcg rng{seed * 31};
+    for (int leg = 0; leg < 25; ++leg) {
+      auto point = [&](std::string_view code) {
+        float lon = area.lon + rng.Between(-2 * area.span, 2 * area.span);
+        if (lon >= 180) lon -= 360;
+        if (lon < -180) lon += 360;
+        return Row("", code, std::clamp(area.lat + rng.Between(-2 * area.span, 2 * area.span), -89.9f, 89.9f), lon,
+                   kOriginAirport);
+      };
+      plan.Waypoints[0] = point("DEPT");
+      plan.Waypoints[1] = point("DEST");
+      plan.LastRow = 1;
+      plan.CurrentRow = -1;
+      for (char net : {'V', 'J'}) {
+        SCOPED_TRACE(testing::Message() << "leg " << leg << " " << net);
+        const int entry = b.FindEntryIntersection(0, net);
+        EXPECT_EQ(entry, PlainEntry(t, plan.Waypoints[0], plan.Waypoints[1], net));
+        const int radius = b.FindExitRadius(0, net);
+        EXPECT_EQ(radius, PlainExitRadius(t, plan.Waypoints[1], net));
+        entries += entry >= 0;
+        wide += radius > 100;
+      }
+    }
+  }
+  // Most legs find both, many only after widening.
+  EXPECT_GT(entries, 200);
+  EXPECT_GT(wide, 50);
+
+  // A lone pair of intersections far out at high latitudes, where a degree
+  // of longitude is short and shortest toward the pole: the skipping must
+  // not lose them at the radius that first holds them.
+  for (float lat : {60.0f, 76.0f, 84.0f, -71.0f}) {
+    for (float distance : {95.0f, 228.0f, 352.0f, 477.0f}) {
+      for (float course : {35.0f, 80.0f, 280.0f, 325.0f}) {
+        SCOPED_TRACE(testing::Message() << lat << " " << distance << " " << course);
+        // Positions as the database holds them: on the globe.
+        auto onGlobe = [](LatLon p) {
+          return LatLon{std::clamp(p.Lat, -89.9f, 89.9f), p.Lon >= 180 ? p.Lon - 360 : p.Lon < -180 ? p.Lon + 360 : p.Lon};
+        };
+        const LatLon a = onGlobe(OffsetLatLon(lat, 0, course, distance));
+        const LatLon b = onGlobe(OffsetLatLon(a.Lat, a.Lon, course, 20));
+        const LatLon far = onGlobe(OffsetLatLon(lat, 0, course, 900));
+        GraphBuilder g;
+        g.Add(1, "AAA", a.Lat, a.Lon);
+        g.Add(2, "BBB", b.Lat, b.Lon);
+        g.Jet(1, 2, "J1", 20);
+        NavaidTables& t = g.Build();
+        plan.Waypoints[0] = Row("", "DEPT", lat, 0, kOriginAirport);
+        plan.Waypoints[1] = Row("", "DEST", far.Lat, far.Lon, kOriginAirport);
+        const int entry = Builder(t).FindEntryIntersection(0, 'J');
+        EXPECT_EQ(entry, PlainEntry(t, plan.Waypoints[0], plan.Waypoints[1], 'J'));
+        plan.Waypoints[1] = plan.Waypoints[0];
+        const int radius = Builder(t).FindExitRadius(0, 'J');
+        EXPECT_EQ(radius, PlainExitRadius(t, plan.Waypoints[1], 'J'));
+      }
+    }
+  }
 }
 
 TEST_F(RouteTest, DisconnectedEntryLeavesThePlanWithTheMessage) {
