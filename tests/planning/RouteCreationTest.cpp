@@ -470,7 +470,9 @@ TEST_F(RouteTest, PreparedSearchAgreesWithThePlainOneOnRandomGraphs) {
       EXPECT_EQ(tables1[1]->AirwayLinks, tables2[1]->AirwayLinks);
     }
     EXPECT_GT(found, c.calls / 4);  // the searches do reach their goals
-    if (c.count > 1000) EXPECT_GT(maxPops, c.count);  // a search reached most of it
+    if (c.count > 1000) {
+      EXPECT_GT(maxPops, c.count);  // a search reached most of it
+    }
   }
 }
 
