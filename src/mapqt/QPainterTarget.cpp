@@ -6,7 +6,10 @@
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
+#include <condition_variable>
 #include <cstring>
+#include <mutex>
+#include <thread>
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
@@ -184,6 +187,7 @@ void QPainterTarget::Begin(QPaintDevice& device) {
 }
 
 void QPainterTarget::End() {
+  FlushLines();
   if (painter_.isActive()) painter_.end();
   canvas_ = PixelCanvas();
 }
@@ -195,15 +199,93 @@ bool QPainterTarget::DirectPen() const {
 }
 
 void QPainterTarget::DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel) {
-  if (DrawWidth() == 1)
-    DrawThinLine(canvas_, a.x(), a.y(), b.x(), b.y(), pixel);
-  else
-    DrawWideLine(canvas_, a.x(), a.y(), b.x(), b.y(), DrawWidth(), pixel);
+  queue_.push_back({a.x(), a.y(), b.x(), b.y(), pixel, DrawWidth()});
+}
+
+
+// A second thread that draws the lower rows of a long queue while the
+// caller draws the upper ones.
+class QPainterTarget::LineWorker {
+public:
+  LineWorker() : thread_([this] { Run(); }) {}
+  ~LineWorker() {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      quit_ = true;
+    }
+    wake_.notify_all();
+    thread_.join();
+  }
+  void Start(const PixelCanvas& canvas, const QueuedLine* lines, std::size_t count) {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      canvas_ = canvas;
+      lines_ = lines;
+      count_ = count;
+      job_ = true;
+    }
+    wake_.notify_all();
+  }
+  void Wait() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    wake_.wait(lock, [this] { return !job_; });
+  }
+
+private:
+  void Run() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    for (;;) {
+      wake_.wait(lock, [this] { return job_ || quit_; });
+      if (quit_) return;
+      const PixelCanvas canvas = canvas_;
+      const QueuedLine* lines = lines_;
+      const std::size_t count = count_;
+      lock.unlock();
+      DrawQueuedLines(canvas, lines, count);
+      lock.lock();
+      job_ = false;
+      wake_.notify_all();
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  PixelCanvas canvas_;
+  const QueuedLine* lines_ = nullptr;
+  std::size_t count_ = 0;
+  bool job_ = false;
+  bool quit_ = false;
+  std::thread thread_;  // last: started once everything else is set up
+};
+
+void QPainterTarget::FlushLines() const {
+  if (queue_.empty()) return;
+  // A thread hand-over costs some microseconds: worth it for the thousands
+  // of lines of airways, airspaces and rivers, not for a symbol.
+  // Broad lines (taxiways at a close zoom) are mostly pixels of their own
+  // columns, which both threads would walk: they stay on one.
+  constexpr std::size_t kShareFrom = 1500;
+  std::size_t broad = 0;
+  for (const QueuedLine& l : queue_) broad += l.Width > 2;
+  if (queue_.size() < kShareFrom || broad * 4 > queue_.size() || canvas_.Height < 64 ||
+      std::thread::hardware_concurrency() < 2) {
+    DrawQueuedLines(canvas_, queue_.data(), queue_.size());
+  } else {
+    if (!worker_) worker_ = std::make_unique<LineWorker>();
+    PixelCanvas upper = canvas_, lower = canvas_;
+    upper.RowTo = canvas_.Height / 2;
+    lower.RowFrom = canvas_.Height / 2;
+    worker_->Start(lower, queue_.data(), queue_.size());
+    DrawQueuedLines(upper, queue_.data(), queue_.size());
+    worker_->Wait();
+  }
+  queue_.clear();
 }
 
 uint32_t QPainterTarget::PixelOf(Colour colour) { return 0xFF000000u | ToQColor(colour).rgb(); }
 
 bool QPainterTarget::SavePng(const std::filesystem::path& path) const {
+  FlushLines();
   if (image_.isNull()) return false;
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -213,6 +295,7 @@ bool QPainterTarget::SavePng(const std::filesystem::path& path) const {
 }
 
 bool QPainterTarget::Resize(int pixelWidth, int pixelHeight) {
+  FlushLines();
   if (image_.isNull()) return false;
   pixelWidth = std::max(pixelWidth, 1);
   pixelHeight = std::max(pixelHeight, 1);
@@ -304,10 +387,12 @@ void QPainterTarget::DoLine(double x1, double y1, double x2, double y2, LineShap
       DirectLine(a, b, PixelOf(colour));
       return;
     }
+    FlushLines();
     ApplyPen(colour);
     painter_.drawLine(a, b);
     return;
   }
+  FlushLines();
   QRectF box = QRectF(Px(x1, y1), Px(x2, y2)).normalized();
   if (shape == LineShape::FilledBox) {
     ApplyMode();
@@ -329,6 +414,7 @@ void QPainterTarget::DoLines(const DrawSegment* segments, std::size_t count, Col
       DirectLine(Px(segments[i].X1, segments[i].Y1), Px(segments[i].X2, segments[i].Y2), pixel);
     return;
   }
+  FlushLines();
   // One call for the whole batch draws the same pixels as separate calls for
   // a thin solid pen in plain copy mode (each line is rasterised on its own);
   // other pens keep the separate calls, as joined wide or patterned lines may
@@ -350,6 +436,7 @@ void QPainterTarget::DoLines(const DrawSegment* segments, std::size_t count, Col
 
 void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, bool isArc, double start,
                               double end, double aspect) {
+  FlushLines();
   if (!painter_.isActive()) return;
   ApplyPen(colour);
   const QPointF centre = Px(x, y);
@@ -460,6 +547,7 @@ std::vector<QPainterTarget::StampPixel> QPainterTarget::MakeStamp(const StampKey
 }
 
 void QPainterTarget::DoPSet(double x, double y, Colour colour) {
+  FlushLines();
   if (!painter_.isActive()) return;
   const QPointF p = Px(x, y);
   if (canvas_.Bits != nullptr && DrawMode() == kDrawModeCopy) {
@@ -484,8 +572,8 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
   if (static_cast<std::size_t>(polygon_.size()) < count) polygon_.resize(static_cast<qsizetype>(count));
   QPointF* pts = polygon_.data();
   for (std::size_t i = 0; i < count; ++i) pts[i] = Px(points[i].X, points[i].Y);
-  ApplyPen(ForeColor());
   if (image_.isNull()) {
+    ApplyPen(ForeColor());
     // A file or a printer page keeps every point: it may be looked at closer.
     if (closed) {
       ApplyBrush(true);
@@ -510,6 +598,7 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
       const QPointF* shape = pts;
       const std::size_t n = ClipToFrame(pts, count, frame, clipA_, clipB_, shape);
       if (n >= 3) {
+        FlushLines();
         painter_.setPen(Qt::NoPen);
         penColour_ = -2;  // no colour: the pen is set again before the next line
         ApplyBrush(true);
@@ -522,6 +611,8 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
     if (closed && count > 2) DirectLine(pts[count - 1], pts[0], pixel);
     return;
   }
+  FlushLines();
+  ApplyPen(ForeColor());
   const double m = DrawWidth() + 2.0;
   const QRectF keep(-m, -m, PixelWidth() + 2 * m, PixelHeight() + 2 * m);
   if (closed) {
@@ -545,6 +636,7 @@ void QPainterTarget::DoPolygon(const DrawPoint* points, std::size_t count, bool 
 }
 
 void QPainterTarget::DoCls() {
+  FlushLines();
   if (!painter_.isActive()) return;
   if (canvas_.Bits != nullptr) {
     const uint32_t pixel = PixelOf(BackColor());
@@ -559,6 +651,7 @@ void QPainterTarget::DoCls() {
 }
 
 void QPainterTarget::DoText(double x, double y, std::string_view line) {
+  FlushLines();
   if (!painter_.isActive()) return;
   ApplyFont();
   const QPointF topLeft = Px(x, y);
@@ -592,9 +685,11 @@ double QPainterTarget::LineHeight() const {
 }
 
 void QPainterTarget::DoCopyPicture(const DrawTarget& source) {
+  FlushLines();
   if (!painter_.isActive()) return;
   auto* from = dynamic_cast<const QPainterTarget*>(&source);
   if (from == nullptr || from->image_.isNull()) return;
+  from->FlushLines();
   if (canvas_.Bits != nullptr && from->image_.format() == image_.format() && from->image_.size() == image_.size() &&
       from->image_.bytesPerLine() == image_.bytesPerLine()) {
     std::memcpy(canvas_.Bits, from->image_.constBits(), static_cast<std::size_t>(image_.sizeInBytes()));

@@ -43,7 +43,10 @@ public:
   ~QPainterTarget() override;
 
   // The picture drawn so far (an empty image on a foreign device).
-  const QImage& Image() const { return image_; }
+  const QImage& Image() const {
+    FlushLines();
+    return image_;
+  }
   // Writes the picture as a PNG file, whole or not at all.
   bool SavePng(const std::filesystem::path& path) const;
   // Finishes painting; a file device writes its last bytes. Later drawing
@@ -80,6 +83,11 @@ private:
   // copy, on an owned 32-bit picture); DirectLine draws one.
   bool DirectPen() const;
   void DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel);
+  // Direct lines wait in a queue until anything else is drawn or the
+  // picture is read; a long queue is drawn by two threads, each writing its
+  // half of the rows (the pixels chosen do not depend on the half).
+  class LineWorker;
+  void FlushLines() const;
   // A small circle or ellipse from a kept copy of QPainter's pixels for the
   // same size, pen and place within a pixel; false when it must be drawn.
   struct StampPixel {
@@ -116,6 +124,8 @@ private:
   QPolygonF polygon_;  // reused point buffer
   std::vector<QLineF> lines_;  // reused line buffer
   std::vector<QPointF> clipA_, clipB_;  // polygon clipping scratch
+  mutable std::vector<QueuedLine> queue_;
+  mutable std::unique_ptr<LineWorker> worker_;
   std::unordered_map<StampKey, std::vector<StampPixel>, StampHash> stamps_;
 
   // What the painter holds now.

@@ -49,7 +49,8 @@ inline int64_t CeilOf(double v) {
 }
 
 void Put(const PixelCanvas& c, int64_t x, int64_t y, uint32_t pixel) {
-  if (x >= 0 && x < c.Width && y >= 0 && y < c.Height) c.Bits[y * c.Stride + x] = pixel;
+  if (x >= 0 && x < c.Width && y >= std::max(c.RowFrom, 0) && y < std::min(c.RowTo, c.Height))
+    c.Bits[y * c.Stride + x] = pixel;
 }
 
 }  // namespace
@@ -99,21 +100,24 @@ void DrawThinLine(const PixelCanvas& c, double x1, double y1, double x2, double 
   int64_t b = (b1 << 10) - (step >> 1) + ((((first << 6) + at - (a1 - 32)) * step) >> 6);
   // Only the steps inside the picture along the walk; across it, a pixel
   // may still fall just outside.
-  const int64_t limitA = steep ? c.Height : c.Width;
-  const auto limitB = static_cast<uint64_t>(steep ? c.Width : c.Height);
-  const int64_t from = std::max<int64_t>(first, 0), to = std::min<int64_t>(end, limitA);
+  const int64_t rowLo = std::max(c.RowFrom, 0), rowHi = std::min(c.RowTo, c.Height);
+  const int64_t aLo = steep ? rowLo : 0, aHi = steep ? rowHi : c.Width;
+  const int64_t bLo = steep ? 0 : rowLo;
+  const auto bSpan = static_cast<uint64_t>(steep ? c.Width : rowHi - rowLo);
+  const int64_t from = std::max<int64_t>(first, aLo), to = std::min<int64_t>(end, aHi);
+  if (from >= to) return;
   b += (from - first) * step;
   uint32_t* bits = c.Bits;
   const std::ptrdiff_t stride = c.Stride;
   if (steep) {
     for (int64_t a = from; a < to; ++a, b += step) {
       const int64_t col = b >> 16;
-      if (static_cast<uint64_t>(col) < limitB) bits[a * stride + col] = pixel;
+      if (static_cast<uint64_t>(col - bLo) < bSpan) bits[a * stride + col] = pixel;
     }
   } else {
     for (int64_t a = from; a < to; ++a, b += step) {
       const int64_t row = b >> 16;
-      if (static_cast<uint64_t>(row) < limitB) bits[row * stride + a] = pixel;
+      if (static_cast<uint64_t>(row - bLo) < bSpan) bits[row * stride + a] = pixel;
     }
   }
 }
@@ -136,13 +140,15 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
     std::swap(x1, x2);
     std::swap(y1, y2);
   }
-  const int64_t limitA = steep ? c.Height : c.Width;
-  const int64_t limitB = steep ? c.Width : c.Height;
+  const int64_t rowLo = std::max(c.RowFrom, 0), rowHi = std::min(c.RowTo, c.Height);
+  if (rowLo >= rowHi) return;
+  const int64_t aLo = steep ? rowLo : 0, limitA = steep ? rowHi : c.Width;
+  const int64_t bLo = steep ? 0 : rowLo, limitB = steep ? c.Width : rowHi;
   const double dx = x2 - x1, dy = y2 - y1;
   const double len = std::sqrt(dx * dx + dy * dy);
   // The band along the segment: |(y - y1) * dx - (x - x1) * dy| <= r * len.
   const double halfBand = dx > 0 ? r * len / dx : 0;
-  const int64_t first = std::max<int64_t>(CeilOf(x1 - r - 0.5), 0);
+  const int64_t first = std::max<int64_t>(CeilOf(x1 - r - 0.5), aLo);
   const int64_t last = std::min<int64_t>(FloorOf(x2 + r - 0.5), limitA - 1);
   const double rr = r * r;
   const double slope = dx > 0 ? dy / dx : 0;
@@ -154,7 +160,7 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
     const double x = static_cast<double>(a) + 0.5;
     if (x >= innerFrom && x <= innerTo) {
       const double mid = y1 + (x - x1) * slope;
-      const int64_t from = std::max<int64_t>(CeilOf(mid - halfBand - 0.5), 0);
+      const int64_t from = std::max<int64_t>(CeilOf(mid - halfBand - 0.5), bLo);
       const int64_t to = std::min<int64_t>(FloorOf(mid + halfBand - 0.5), limitB - 1);
       if (steep) {
         for (int64_t b = from; b <= to; ++b) c.Bits[a * c.Stride + b] = pixel;
@@ -195,13 +201,23 @@ void DrawWideLine(const PixelCanvas& c, double x1, double y1, double x2, double 
       hi = std::max(hi, ey + h);
     }
     if (!(lo <= hi)) continue;
-    const int64_t from = std::max<int64_t>(CeilOf(lo - 0.5), 0);
+    const int64_t from = std::max<int64_t>(CeilOf(lo - 0.5), bLo);
     const int64_t to = std::min<int64_t>(FloorOf(hi - 0.5), limitB - 1);
     if (steep) {
       for (int64_t b = from; b <= to; ++b) c.Bits[a * c.Stride + b] = pixel;
     } else {
       for (int64_t b = from; b <= to; ++b) c.Bits[b * c.Stride + a] = pixel;
     }
+  }
+}
+
+void DrawQueuedLines(const PixelCanvas& canvas, const QueuedLine* lines, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const QueuedLine& l = lines[i];
+    if (l.Width == 1)
+      DrawThinLine(canvas, l.X1, l.Y1, l.X2, l.Y2, l.Pixel);
+    else
+      DrawWideLine(canvas, l.X1, l.Y1, l.X2, l.Y2, l.Width, l.Pixel);
   }
 }
 

@@ -21,6 +21,10 @@ struct PixelCanvas {
   std::ptrdiff_t Stride = 0;  // pixels from one row to the next
   int Width = 0;
   int Height = 0;
+  // Only rows RowFrom .. RowTo - 1 are written; the pixels chosen stay those
+  // of the whole picture, so that two bands drawn apart make one picture.
+  int RowFrom = 0;
+  int RowTo = 1 << 30;
 };
 
 // Draws the line from (x1, y1) to (x2, y2), in device pixels, clipped to the
@@ -32,5 +36,14 @@ void DrawThinLine(const PixelCanvas& canvas, double x1, double y1, double x2, do
 // in round joins. Coordinates may lie anywhere; non-finite ones draw nothing.
 void DrawWideLine(const PixelCanvas& canvas, double x1, double y1, double x2, double y2, double width,
                   uint32_t pixel);
+
+// A line kept for later: DrawThinLine when Width is 1, else DrawWideLine.
+struct QueuedLine {
+  double X1, Y1, X2, Y2;
+  uint32_t Pixel;
+  int Width;
+};
+// Draws them in order.
+void DrawQueuedLines(const PixelCanvas& canvas, const QueuedLine* lines, std::size_t count);
 
 }  // namespace orv
