@@ -163,6 +163,33 @@ TEST(ThinLine, SmallCirclesAreQPaintersCircles) {
   EXPECT_LE(differing, 4);
 }
 
+// Thousands of lines in a row (airways, airspaces) wait in a queue and are
+// drawn by two threads, a half of the rows each: the picture is the one a
+// single thread draws line by line, later lines over earlier ones.
+TEST(ThinLine, QueuedLinesSharedByTwoThreadsMakeTheSamePicture) {
+  const QtFontSet fonts;
+  QPainterTarget map(fonts, 300, 200);
+  map.SetScaleWidth(300);
+  map.SetScaleHeight(200);
+  map.SetBackColor(0xFFFFFF);
+  map.Cls();
+  QImage own = White(300, 200);
+  std::mt19937 rng(5);
+  std::uniform_real_distribution<double> x(-20, 320), y(-20, 220);
+  for (int k = 0; k < 4000; ++k) {
+    const DrawSegment s{x(rng), y(rng), x(rng), y(rng)};
+    const Colour colour = RgbColour(k % 7 * 30, k % 5 * 50, k % 3 * 100);
+    map.SetDrawWidth(k % 10 == 0 ? 2 : 1);
+    map.Line(s.X1, s.Y1, s.X2, s.Y2, LineShape::Line, colour);
+    const uint32_t pixel = 0xFF000000u | static_cast<uint32_t>(RedOf(colour) << 16 | GreenOf(colour) << 8 | BlueOf(colour));
+    if (k % 10 == 0)
+      DrawWideLine(CanvasOf(own), s.X1, s.Y1, s.X2, s.Y2, 2, pixel);
+    else
+      DrawThinLine(CanvasOf(own), s.X1, s.Y1, s.X2, s.Y2, pixel);
+  }
+  EXPECT_EQ(Differing(own, map.Image()), 0);
+}
+
 // A landmass many times the picture's size, with thousands of points inside
 // single pixels: the map target thins and cuts it before filling, and the
 // picture must be what QPainter draws from all the points.
