@@ -264,7 +264,7 @@ void QPainterTarget::FlushLines() const {
   // of lines of airways, airspaces and rivers, not for a symbol.
   // Broad lines (taxiways at a close zoom) are mostly pixels of their own
   // columns, which both threads would walk: they stay on one.
-  constexpr std::size_t kShareFrom = 1500;
+  constexpr std::size_t kShareFrom = 4000;
   std::size_t broad = 0;
   for (const QueuedLine& l : queue_) broad += l.Width > 2;
   if (queue_.size() < kShareFrom || broad * 4 > queue_.size() || canvas_.Height < 64 ||

@@ -176,7 +176,7 @@ TEST(ThinLine, QueuedLinesSharedByTwoThreadsMakeTheSamePicture) {
   QImage own = White(300, 200);
   std::mt19937 rng(5);
   std::uniform_real_distribution<double> x(-20, 320), y(-20, 220);
-  for (int k = 0; k < 4000; ++k) {
+  for (int k = 0; k < 6000; ++k) {
     const DrawSegment s{x(rng), y(rng), x(rng), y(rng)};
     const Colour colour = RgbColour(k % 7 * 30, k % 5 * 50, k % 3 * 100);
     map.SetDrawWidth(k % 10 == 0 ? 2 : 1);
