@@ -17,60 +17,10 @@
 #include "planning/RouteCreation.h"
 #include "planning/WPTable.h"
 
-#if __has_include("support/WorldFixture.h")
 #include "support/WorldFixture.h"
-#define ORV_HAVE_WORLD_FIXTURE 1
-#endif
 
 namespace orv {
 namespace {
-
-#ifndef ORV_HAVE_WORLD_FIXTURE
-// Until the shared world fixture is available: 40,000 intersections on a
-// jittered 200 x 200 grid over the inhabited latitudes, each linked to its
-// four neighbours on both nets (some 160,000 links per net).
-void BuildGraph(NavDatabase& db) {
-  NavaidTables& t = db.Navaids;
-  t.Intersections.assign(kIntersectionSlots, EmptyIntersectionSlot());
-  constexpr int kSide = 200;
-  auto index = [](int r, int c) { return r * kSide + c; };
-  auto lat = [](int r, int c) { return -55.0f + 125.0f * r / kSide + 0.1f * ((c * 7 + r * 3) % 5); };
-  auto lon = [](int r, int c) { return -179.0f + 358.0f * c / kSide + 0.1f * ((r * 5 + c) % 7); };
-  std::vector<AirwayLinkRec> low, high;
-  for (int r = 0; r < kSide; ++r) {
-    for (int c = 0; c < kSide; ++c) {
-      low.clear();
-      high.clear();
-      const int dr[4] = {1, -1, 0, 0}, dc[4] = {0, 0, 1, -1};
-      for (int k = 0; k < 4; ++k) {
-        int rr = r + dr[k], cc = c + dc[k];
-        if (rr < 0 || rr >= kSide || cc < 0 || cc >= kSide) continue;
-        AirwayLinkRec l;
-        l.Target = index(rr, cc);
-        double dLat = lat(rr, cc) - lat(r, c);
-        double dLon = (lon(rr, cc) - lon(r, c)) * std::cos(lat(r, c) * 3.14159265 / 180);
-        l.Distance = static_cast<float>(60 * std::sqrt(dLat * dLat + dLon * dLon));
-        l.AirwayName.Assign(k < 2 ? "J10" : "J20");
-        l.Mea1.Assign("FL180");
-        l.Mea2.Assign("FL450");
-        high.push_back(l);
-        l.AirwayName.Assign(k < 2 ? "V10" : "V20");
-        l.Mea1.Assign("05000");
-        l.Mea2.Assign("17999");
-        low.push_back(l);
-      }
-      IntersectionRec rec;
-      rec.Index = index(r, c);
-      char ident[8];
-      std::snprintf(ident, sizeof ident, "X%04d", rec.Index % 10000);
-      rec.Ident.Assign(ident);
-      rec.Lat = lat(r, c);
-      rec.Lon = lon(r, c);
-      PlaceIntersection(t, rec, low, high);
-    }
-  }
-}
-#endif
 
 struct World {
   NavDatabase db;
@@ -113,11 +63,7 @@ void ComponentEnds(const NavaidTables& t, char net, int& west, int& east) {
 World& TheWorld() {
   static World* world = [] {
     auto* w = new World;
-#ifdef ORV_HAVE_WORLD_FIXTURE
     test::BuildWorldDatabase(w->db);
-#else
-    BuildGraph(w->db);
-#endif
     w->nav = std::make_unique<NavLookupDb>(w->db);
     ComponentEnds(w->db.Navaids, 'J', w->jetWest, w->jetEast);
     ComponentEnds(w->db.Navaids, 'V', w->lowWest, w->lowEast);
