@@ -10,6 +10,17 @@ namespace orv {
 enum class MsgStyle { Exclamation, Information, Critical, Question };
 enum class Answer { Yes, No, Cancel, Ok };
 
+// The common open and save file dialogs. Filter holds pairs of a description
+// and a pattern list separated by "|", as "Flight plans (*.pln)|*.pln|All
+// files (*.*)|*.*"; Folder is where the dialog opens, Name the file name it
+// offers. Paths are native.
+struct FileQuestion {
+  std::string Title;
+  std::string Filter;
+  std::string Folder;
+  std::string Name;
+};
+
 inline constexpr std::string_view kAppTitle = "Orvanta";
 
 class Ui {
@@ -28,6 +39,10 @@ public:
   virtual void SetCaption(std::string_view window, std::string_view text) = 0;
   // The one-line progress label of the splash; repainted at once.
   virtual void ShowProgress(std::string_view text) = 0;
+  // The open and save file dialogs: true with the chosen path, false when
+  // cancelled. A Ui with nobody to ask cancels.
+  virtual bool AskOpenFile(const FileQuestion& q, std::string& path) { return false; }
+  virtual bool AskSaveFile(const FileQuestion& q, std::string& path) { return false; }
 };
 
 // A Ui that shows nothing and answers every question with No: for the CLI and

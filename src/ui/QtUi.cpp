@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -44,6 +46,36 @@ Answer QtUi::AskYesNoCancel(std::string_view text, std::string_view title) {
   if (b == QMessageBox::Yes) return Answer::Yes;
   if (b == QMessageBox::No) return Answer::No;
   return Answer::Cancel;
+}
+
+namespace {
+// "Plans (*.pln)|*.pln|All files (*.*)|*.*" to Qt's "Plans (*.pln);;All files (*.*)":
+// the description carries the patterns Qt reads.
+QString QtFilter(const std::string& filter) {
+  QStringList parts = ToQt(filter).split('|');
+  QStringList out;
+  for (int i = 0; i < parts.size(); i += 2) out << parts[i];
+  return out.join(";;");
+}
+
+QString StartPath(const FileQuestion& q) {
+  if (q.Name.empty()) return ToQt(q.Folder);
+  return QDir(ToQt(q.Folder)).filePath(ToQt(q.Name));
+}
+}  // namespace
+
+bool QtUi::AskOpenFile(const FileQuestion& q, std::string& path) {
+  QString chosen = QFileDialog::getOpenFileName(parent_, ToQt(q.Title), StartPath(q), QtFilter(q.Filter));
+  if (chosen.isEmpty()) return false;
+  path = QDir::toNativeSeparators(chosen).toLocal8Bit().toStdString();
+  return true;
+}
+
+bool QtUi::AskSaveFile(const FileQuestion& q, std::string& path) {
+  QString chosen = QFileDialog::getSaveFileName(parent_, ToQt(q.Title), StartPath(q), QtFilter(q.Filter));
+  if (chosen.isEmpty()) return false;
+  path = QDir::toNativeSeparators(chosen).toLocal8Bit().toStdString();
+  return true;
 }
 
 bool QtUi::AskText(std::string_view prompt, std::string_view title, std::string& inOut) {

@@ -35,6 +35,8 @@ public:
   void SetWaitCursor(bool on) override;
   void SetCaption(std::string_view window, std::string_view text) override;
   void ShowProgress(std::string_view text) override;
+  bool AskOpenFile(const FileQuestion& q, std::string& path) override;
+  bool AskSaveFile(const FileQuestion& q, std::string& path) override;
 
 private:
   QWidget* parent_;

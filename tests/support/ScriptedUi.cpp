@@ -43,6 +43,25 @@ void ScriptedUi::SetCaption(std::string_view window, std::string_view text) {
 
 void ScriptedUi::ShowProgress(std::string_view text) { events.push_back({"progress", std::string(text), ""}); }
 
+namespace {
+bool TakeFile(std::deque<std::string>& queue, std::string& path) {
+  if (queue.empty()) return false;
+  path = queue.front();
+  queue.pop_front();
+  return true;
+}
+}  // namespace
+
+bool ScriptedUi::AskOpenFile(const FileQuestion& q, std::string& path) {
+  events.push_back({"open", q.Title, q.Filter, MsgStyle::Question});
+  return TakeFile(chosenFiles, path);
+}
+
+bool ScriptedUi::AskSaveFile(const FileQuestion& q, std::string& path) {
+  events.push_back({"save", q.Title, q.Filter, MsgStyle::Question});
+  return TakeFile(chosenFiles, path);
+}
+
 std::vector<std::string> ScriptedUi::Texts(std::string_view kind) const {
   std::vector<std::string> out;
   for (const UiEvent& e : events)

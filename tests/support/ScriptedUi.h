@@ -11,7 +11,8 @@
 namespace orv::test {
 
 struct UiEvent {
-  std::string kind;   // "msg", "ask", "askcancel", "text", "beep", "wait", "caption", "progress"
+  std::string kind;   // "msg", "ask", "askcancel", "text", "beep", "wait", "caption", "progress",
+                      // "open", "save" (text: the dialog's title)
   std::string text;
   std::string title;  // message title, or the window of a caption
   MsgStyle style = MsgStyle::Exclamation;
@@ -27,10 +28,14 @@ public:
   void SetWaitCursor(bool on) override;
   void SetCaption(std::string_view window, std::string_view text) override;
   void ShowProgress(std::string_view text) override;
+  bool AskOpenFile(const FileQuestion& q, std::string& path) override;
+  bool AskSaveFile(const FileQuestion& q, std::string& path) override;
 
   // Answers given to the next questions, in order.
   std::deque<Answer> answers;
   std::deque<std::string> typedTexts;
+  // Paths chosen in the next file dialogs, in order; an empty queue cancels.
+  std::deque<std::string> chosenFiles;
 
   std::vector<UiEvent> events;
   bool waitCursor = false;
