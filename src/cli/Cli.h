@@ -11,6 +11,7 @@ namespace orv {
 class StartupLoader;
 struct AppState;
 struct NavDatabase;
+struct ProgramState;
 }
 
 namespace orv::cli {
@@ -42,9 +43,11 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
 // ends the program. CmdLoad runs it with the database's own readers.
 int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err, StartupLoader& loader);
 
-// Runs the start-up with the database readers on the context's folder without
-// its progress texts; what ends the program is shown on err. False when the
-// start-up ended the program.
+// Runs the program's start-up on s (made on the context's folder) without its
+// progress texts; messages, and what ends the program, are shown on err.
+// False when the start-up ended the program.
+bool OpenProgram(const Context& ctx, ProgramState& s, std::ostream& err);
+// The same for commands that keep the core state and the database apart.
 bool LoadDatabase(const Context& ctx, AppState& state, NavDatabase& db, std::ostream& err);
 
 // A whole argument as a finite decimal number ("+" allowed); anything else is

@@ -2,6 +2,7 @@
 // start-up with the database readers, run without its progress texts.
 #include <ostream>
 
+#include "app/ProgramLoad.h"
 #include "cli/Cli.h"
 #include "cli/CliUi.h"
 #include "core/AppState.h"
@@ -10,6 +11,14 @@
 #include "database/DatabaseLoader.h"
 
 namespace orv::cli {
+
+bool OpenProgram(const Context& ctx, ProgramState& s, std::ostream& err) {
+  // A stream without a buffer swallows the progress texts.
+  std::ostream quiet(nullptr);
+  StreamUi ui(quiet, err);
+  SystemClock clock;
+  return !LoadProgram(s, ui, clock).ProgramEnds();
+}
 
 bool LoadDatabase(const Context& ctx, AppState& state, NavDatabase& db, std::ostream& err) {
   state = AppState(AppFolder(ctx.appDir));

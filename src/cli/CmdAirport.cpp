@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "cli/Cli.h"
+#include "app/ProgramState.h"
 #include "core/AppState.h"
 #include "core/Runtime.h"
 #include "database/NavDatabase.h"
@@ -16,9 +17,10 @@ int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ost
     err << "airport: expected one ICAO code\nusage: orvanta-cli airport ICAO\n";
     return 2;
   }
-  AppState state;
-  NavDatabase db;
-  if (!LoadDatabase(ctx, state, db, err)) return 1;
+  ProgramState s(ctx.appDir);
+  if (!OpenProgram(ctx, s, err)) return 1;
+  [[maybe_unused]] AppState& state = s.Core;
+  NavDatabase& db = s.Db;
   // The first airport of the array with this code, as the selection window's
   // search finds it.
   const std::string code = UCase(Trim(Utf8ToLatin1(args[0])));

@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "cli/Cli.h"
+#include "app/ProgramState.h"
 #include "core/AppState.h"
 #include "core/Runtime.h"
 #include "database/FrmFind.h"
@@ -28,9 +29,10 @@ int CmdFind(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
   std::string text = args[1];
   for (std::size_t i = 2; i < args.size(); ++i) text += " " + args[i];
 
-  AppState state;
-  NavDatabase db;
-  if (!LoadDatabase(ctx, state, db, err)) return 1;
+  ProgramState s(ctx.appDir);
+  if (!OpenProgram(ctx, s, err)) return 1;
+  [[maybe_unused]] AppState& state = s.Core;
+  NavDatabase& db = s.Db;
   for (const std::string& line : FindObjects(db, *kind, Utf8ToLatin1(text)).Lines) out << Latin1ToUtf8(line) << '\n';
   return 0;
 }

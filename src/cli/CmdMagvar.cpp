@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "cli/Cli.h"
+#include "app/ProgramState.h"
 #include "core/AppState.h"
 #include "core/Runtime.h"
 #include "core/TextFormats.h"
@@ -31,9 +32,10 @@ int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostr
   if (std::fabs(*lat) > 90) return Refuse(err, "latitude beyond 90 degrees");
   if (std::fabs(*lon) > 360) return Refuse(err, "longitude beyond 360 degrees");
 
-  AppState state;
-  NavDatabase db;
-  if (!LoadDatabase(ctx, state, db, err)) return 1;
+  ProgramState s(ctx.appDir);
+  if (!OpenProgram(ctx, s, err)) return 1;
+  [[maybe_unused]] AppState& state = s.Core;
+  NavDatabase& db = s.Db;
   double variation = MagVarAt(db.MagVar, *lat, *lon);
   out << Format(variation, "0.00") << ' ' << Latin1ToUtf8(VarToText(variation)) << '\n';
   return 0;

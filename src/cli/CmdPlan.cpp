@@ -4,18 +4,14 @@
 #include <ostream>
 #include <string>
 
+#include "app/PlanCommands.h"
+#include "app/ProgramLoad.h"
 #include "cli/Cli.h"
 #include "cli/CliUi.h"
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Runtime.h"
-#include "core/Startup.h"
-#include "database/DatabaseLoader.h"
-#include "planning/Aircraft.h"
-#include "planning/FlightPlan.h"
 #include "planning/NavLookupDb.h"
 #include "planning/Profile.h"
-#include "planning/RouteCreation.h"
 #include "planning/WPTable.h"
 
 namespace orv::cli {
@@ -38,8 +34,6 @@ private:
   std::ostream& err_;
 };
 
-enum class PlanKind { High, Low, Navaid };
-
 int Refuse(std::ostream& err, const std::string& why) {
   err << "plan: " << why << "\n" << kPlanUsage << "\n";
   return 2;
@@ -49,13 +43,13 @@ int Refuse(std::ostream& err, const std::string& why) {
 
 int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
   std::vector<std::string> airports;
-  PlanKind kind = PlanKind::High;
+  PlanKind kind = PlanKind::HighAltitude;
   int16_t aircraftNumber = 0;
   int32_t level = -1;
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
-    if (a == "--high") kind = PlanKind::High;
-    else if (a == "--low") kind = PlanKind::Low;
+    if (a == "--high") kind = PlanKind::HighAltitude;
+    else if (a == "--low") kind = PlanKind::LowAltitude;
     else if (a == "--navaid") kind = PlanKind::Navaid;
     else if (a == "--aircraft" || a == "--level") {
       if (i + 1 >= args.size()) return Refuse(err, a + " needs a value");
@@ -76,59 +70,31 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
   }
   if (airports.size() != 2) return Refuse(err, "expected the departure and the destination airport");
 
-  AppState state{AppFolder(ctx.appDir)};
+  ProgramState s(ctx.appDir);
+  s.AircraftNumber = aircraftNumber;
   PlanUi ui(out, err);
   SystemClock clock;
-  NavDatabase db;
-  DatabaseLoader loader(db);
-  if (RunStartup(state, ui, clock, loader).ProgramEnds()) return 1;
-
-  AircraftDb aircraft;
-  LoadAircraft(state.Folder.Resolve(kAircraftFile), aircraftNumber, aircraft, ui);
-  if (aircraft.List.empty()) {
-    err << "plan: no aircraft in " << state.Folder.Resolve(kAircraftFile).string() << "\n";
+  if (LoadProgram(s, ui, clock).ProgramEnds()) return 1;
+  if (s.Aircraft.List.empty()) {
+    err << "plan: no aircraft in " << s.Core.Folder.Resolve(kAircraftFile).string() << "\n";
     return 1;
   }
-  if (level > 0) aircraft.Current.CruiseLevel = level;
+  if (level > 0) s.Aircraft.Current.CruiseLevel = level;
 
-  NavLookupDb nav(db, state.ParkingNames);
-  int ends[2];
+  int32_t ends[2];
   for (int k = 0; k < 2; ++k) {
-    ends[k] = nav.FindAirport(airports[static_cast<std::size_t>(k)]);
+    ends[k] = FindAirportIndex(s.Db, airports[static_cast<std::size_t>(k)]);
     if (ends[k] < 0) {
       err << "plan: unknown airport '" << airports[static_cast<std::size_t>(k)] << "'\n";
       return 1;
     }
   }
+  SetPlanEnds(s, ends[0], ends[1]);
+  // The command has no navaid buttons: a navaid plan may use every kind.
+  s.Layers.btnVor = s.Layers.btnNdb = s.Layers.btnInter = true;
+  if (!CreatePlan(s, kind, ui)) return 1;
 
-  FlightPlan plan;
-  PlanPanel panel;
-  PlanEditor editor(plan, panel, aircraft.Current, nav);
-  plan.Waypoints[0] = AirportRow(db.Airports, ends[0]);
-  plan.Waypoints[1] = AirportRow(db.Airports, ends[1]);
-  plan.DepartureAirport = ends[0];
-  plan.DestinationAirport = ends[1];
-  plan.DepartLat = plan.Waypoints[0].Lat;
-  plan.DepartLon = plan.Waypoints[0].Lon;
-  plan.DestLat = plan.Waypoints[1].Lat;
-  plan.DestLon = plan.Waypoints[1].Lon;
-  editor.SetDirectPlan(1);
-  int row = editor.PrepareRouteCreation();
-
-  RouteSearch search;
-  RouteBuilder builder(editor, aircraft.Current, db.Navaids, search, ui);
-  bool built = false;
-  if (kind == PlanKind::Navaid) {
-    NavaidPlanOptions options;
-    options.SecLen = state.Config.SecLen;
-    options.SecWidth = state.Config.SecWidth;
-    options.GreatCircle = state.Config.Gc;
-    built = builder.CreateNavaidPlan(row, options);
-  } else {
-    built = builder.CreateAirwayPlan(kind == PlanKind::High ? 'J' : 'V', row);
-  }
-  if (!built) return 1;
-
+  const PlanPanel& panel = s.Panel;
   const WPTable& table = panel.Table;
   for (int line = 0; line < table.Rows(); ++line) {
     std::string text;
@@ -142,8 +108,9 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
   out << "Total time: " << panel.TotalTimeText << '\n';
   out << "Flight level: " << panel.LevelBox << '\n';
   FuelWindow fuel;
-  int fuelType = state.Config.Fuel < kFuelUnitFactors.size() ? state.Config.Fuel : 2;
-  if (fuel.Load(ui, plan, aircraft.Current, nav, fuelType)) out << Latin1ToUtf8(fuel.TripFuelLabel) << '\n';
+  NavLookupDb nav(s.Db, s.Core.ParkingNames);
+  int fuelType = s.Core.Config.Fuel < kFuelUnitFactors.size() ? s.Core.Config.Fuel : 2;
+  if (fuel.Load(ui, s.Plan, s.Aircraft.Current, nav, fuelType)) out << Latin1ToUtf8(fuel.TripFuelLabel) << '\n';
   return 0;
 }
 

@@ -13,11 +13,9 @@
 
 #include "cli/Cli.h"
 #include "cli/CliUi.h"
-#include "core/AppState.h"
-#include "core/Clock.h"
+#include "app/PlanCommands.h"
+#include "app/ProgramState.h"
 #include "core/Runtime.h"
-#include "core/Startup.h"
-#include "database/DatabaseLoader.h"
 #include "map/RenderPass.h"
 #include "mapqt/MapPicture.h"
 #include "mapqt/QPainterTarget.h"
@@ -163,15 +161,10 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
   if (!ApplyLayers(o.layers, layers, o.roundWorld, err)) return 2;
 
   // The database, loaded as the program starts, without its progress texts.
-  AppState state{AppFolder(ctx.appDir)};
-  std::ostringstream quiet;
-  StreamUi ui(quiet, err);
-  SystemClock clock;
-  NavDatabase db;
-  DatabaseLoader loader(db);
-  if (RunStartup(state, ui, clock, loader).ProgramEnds()) return 1;
+  ProgramState s(ctx.appDir);
+  if (!OpenProgram(ctx, s, err)) return 1;
 
-  ViewState view;
+  ViewState& view = s.View;
   view.RoundWorld = o.roundWorld;
   const std::size_t comma = o.center.find(',');
   double lat = 0, lon = 0;
@@ -182,15 +175,11 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
       return 2;
     }
   } else {
-    const std::string icao = UCase(Trim(o.center));
-    bool found = false;
-    for (const AirportRec& ap : db.Airports.Airports) {
-      if (IsAirportSlotUsed(ap) && UCase(ap.Icao.Trimmed()) == icao) {
-        lat = ap.Lat, lon = ap.Lon, found = true;
-        break;
-      }
-    }
-    if (!found) {
+    const int32_t airport = FindAirportIndex(s.Db, o.center);
+    if (airport >= 0) {
+      lat = s.Db.Airports.Airports[static_cast<std::size_t>(airport)].Lat;
+      lon = s.Db.Airports.Airports[static_cast<std::size_t>(airport)].Lon;
+    } else {
       err << "render: no airport '" << o.center << "' in the database\n";
       return 1;
     }
@@ -200,7 +189,6 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
 
   std::unique_ptr<QGuiApplication> app = EnsureGuiApplication();
   QtFontSet fonts;
-  FlightPlan plan;
   MapRenderer renderer;
   const int16_t zoom = static_cast<int16_t>(ZoomIndexOfLabel(o.range));
   bool ok;
@@ -208,13 +196,13 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
   if (svg) {
     SvgPicture picture(fonts, o.width, o.height, QStringLiteral("Orvanta map"));
     PrepareMapPicture(picture.Target(), view, zoom);
-    MapScene scene{view, state.Config, layers, db, plan};
+    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};
     renderer.DrawMap(scene, picture.Target());
     ok = picture.Save(o.out, &why);
   } else {
     QPainterTarget target(fonts, o.width, o.height);
     PrepareMapPicture(target, view, zoom);
-    MapScene scene{view, state.Config, layers, db, plan};
+    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};
     renderer.DrawMap(scene, target);
     ok = target.SavePng(o.out);
     if (!ok) why = "cannot write the file";

@@ -14,10 +14,6 @@
 
 #include "map/MainMenu.h"
 #include "mapqt/MapPicture.h"
-#include "planning/Aircraft.h"
-#include "planning/FlightPlan.h"
-#include "planning/NavLookupDb.h"
-#include "planning/RouteCreation.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
 #include "ui/QtUi.h"
@@ -72,34 +68,23 @@ constexpr int kTwips = static_cast<int>(kTwipsPerPixel);
 
 }  // namespace
 
-MapWindow::MapWindow(MainWindow& window, AppState& state, NavDatabase& db, FlightPlan& plan, ViewState& view,
-                     Ui& ui)
-    : QObject(&window), w_(window), state_(state), db_(db), plan_(plan), view_(view), ui_(ui), geo_(db.MagVar) {
-  // The load, in its order: the surface, sizes, the menus and buttons from
-  // the settings, the zoom label, and MapReady at the very end.
-  map_ = new MapWidget(MapSources{view_, state_.Config, layers_, db_, plan_}, fonts_, &w_);
+MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& timers)
+    : QObject(&window), w_(window), s_(state), controller_(state, *this, ui, timers) {
+  // The surface, the panels and the menus first; the controller's load then
+  // sets the toggles from the settings, the view and the zoom label, and
+  // MapReady at the very end.
+  map_ = new MapWidget(MapSources{s_.View, s_.Core.Config, s_.Layers, s_.Db, s_.Plan}, fonts_, &w_);
   w_.setCentralWidget(map_);
-  LoadWindowToggles(state_.Config, logic_);
   BuildToggleBar();
   BuildStatusLine();
   BuildPlanPanel();
-  map_->onKey = [this](int code) { MapKeyDown(view_, code, *this, ui_); };
-  map_->onWheel = [this](int delta) { MapWheel(view_, state_.Config.MZoom != 0, delta, *this, ui_); };
-  map_->onBand = [this](double x1, double y1, double x2, double y2) {
-    // A drag (not a plain click) is a manual zoom: autozoom goes off.
-    if (x1 != x2 || y1 != y2) {
-      view_.Autozoom = false;
-      SyncChecks();
-    }
-    ReleaseBand(view_, x1, y1, x2, y2, *this, geo_);
-  };
-  map_->onResized = [this] {
-    SetMapStatus(kStatusRange, RangeText(CurrentLabel(view_)));
-  };
+  for (const MenuEntry& e : MainMenuEntries())
+    if (QAction* a = w_.Action(std::string(e.name))) a->setEnabled(MainWindowController::MenuAvailable(e.name));
+  map_->onKey = [this](int code) { controller_.Key(code); };
+  map_->onWheel = [this](int delta) { controller_.Wheel(delta); };
+  map_->onBand = [this](double x1, double y1, double x2, double y2) { controller_.Band(x1, y1, x2, y2); };
+  map_->onResized = [this] { SetMapStatus(kStatusRange, RangeText(CurrentLabel(s_.View))); };
   w_.installEventFilter(this);
-  SyncChecks();
-  SetMapStatus(kStatusRange, RangeText(CurrentLabel(view_)));
-  view_.MapReady = true;
 }
 
 MapWindow::~MapWindow() = default;
@@ -117,18 +102,14 @@ void MapWindow::BuildToggleBar() {
     a->setCheckable(true);
     const std::string name = b.Name;
     // triggered carries the button's new value: that value is the truth.
-    connect(a, &QAction::triggered, this, [this, name](bool value) {
-      ButtonClicked(logic_, name, value, *this);
-      SyncChecks();
-    });
+    connect(a, &QAction::triggered, this, [this, name](bool value) { controller_.Button(name, value); });
   }
   toggles_->addSeparator();
   reducedButton_ = toggles_->addAction("RED");
   reducedButton_->setObjectName("btnReducedWindow");
   reducedButton_->setToolTip("Reduced window");
   reducedButton_->setCheckable(true);
-  connect(reducedButton_, &QAction::triggered, this, [this](bool on) { SetReduced(on); });
-  toggles_->setVisible(window_.ToggleBar);
+  connect(reducedButton_, &QAction::triggered, this, [this](bool on) { controller_.SetReduced(on); });
 }
 
 void MapWindow::BuildStatusLine() {
@@ -148,7 +129,7 @@ void MapWindow::BuildPlanPanel() {
   planDock_->setFeatures(QDockWidget::NoDockWidgetFeatures);
   table_ = new QTableView(planDock_);
   table_->setObjectName("WPTable");
-  model_ = new PlanTableModel(panel_.Table, table_);
+  model_ = new PlanTableModel(s_.Panel.Table, table_);
   table_->setModel(model_);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -156,91 +137,39 @@ void MapWindow::BuildPlanPanel() {
   table_->verticalHeader()->setVisible(false);
   planDock_->setWidget(table_);
   w_.addDockWidget(Qt::TopDockWidgetArea, planDock_);
-  planDock_->setVisible(window_.MenuShowPlan);
-  panel_.DrawMap = [this] { DrawMap(); };
+  planDock_->setVisible(s_.Window.MenuShowPlan);
+  s_.Panel.DrawMap = [this] { DrawMap(); };
 }
 
 void MapWindow::SyncChecks() {
+  MainWindowState logic = s_.Toggles();
   for (const MenuEntry& e : MainMenuEntries()) {
     if (e.kind != MenuKind::Toggle || !IsWindowToggle(e.name)) continue;
-    if (QAction* a = w_.Action(std::string(e.name))) a->setChecked(MenuChecked(logic_, e.name));
+    if (QAction* a = w_.Action(std::string(e.name))) a->setChecked(MenuChecked(logic, e.name));
   }
   for (QAction* a : toggles_->actions()) {
     const std::string name = a->objectName().toStdString();
-    if (const bool* value = ButtonSwitch(logic_, name)) a->setChecked(*value);
+    if (const bool* value = ButtonSwitch(logic, name)) a->setChecked(*value);
   }
+  toggles_->setVisible(s_.Window.ToggleBar);
 }
 
-bool MapWindow::HandleMenu(const std::string& name) {
-  if (MenuToggleClicked(logic_, name, *this)) {
-    SyncChecks();
-    return true;
-  }
-  if (ZoomMenuClicked(view_, name, *this, ui_)) return true;
-  if (name == "MenuCreateHiAlt") CreatePlan('J');
-  else if (name == "MenuCreateLoAlt") CreatePlan('V');
-  else if (name == "MenuCreateNavaid") CreatePlan('N');
-  else return false;
-  return true;
+void MapWindow::OpenWindow(std::string_view name) {
+  if (onOpenWindow) onOpenWindow(name);
 }
 
-void MapWindow::CreatePlan(char kind) {
-  if (plan_.DepartureAirport < 0 || plan_.DestinationAirport < 0) {
-    ui_.Beep();  // nothing to build between
-    return;
-  }
-  AircraftDb aircraft;
-  int16_t number = 0;
-  LoadAircraft(state_.Folder.Resolve(kAircraftFile), number, aircraft, ui_);
-  NavLookupDb nav(db_, state_.ParkingNames);
-  PlanEditor editor(plan_, panel_, aircraft.Current, nav);
-  if (plan_.LastRow == 0) {
-    // A direct plan between the two airports chosen in the selection window.
-    plan_.Waypoints[0] = AirportRow(db_.Airports, plan_.DepartureAirport);
-    plan_.Waypoints[1] = AirportRow(db_.Airports, plan_.DestinationAirport);
-    plan_.DepartLat = plan_.Waypoints[0].Lat;
-    plan_.DepartLon = plan_.Waypoints[0].Lon;
-    plan_.DestLat = plan_.Waypoints[1].Lat;
-    plan_.DestLon = plan_.Waypoints[1].Lon;
-    editor.SetDirectPlan(1);
-  }
-  const int row = editor.PrepareRouteCreation();
-  if (row >= 0) {
-    RouteSearch search;
-    RouteBuilder builder(editor, aircraft.Current, db_.Navaids, search, ui_);
-    if (kind == 'N') {
-      NavaidPlanOptions options;
-      options.Vor = layers_.btnVor;
-      options.Ndb = layers_.btnNdb;
-      options.Intersection = layers_.btnInter;
-      options.SecLen = state_.Config.SecLen;
-      options.SecWidth = state_.Config.SecWidth;
-      options.GreatCircle = state_.Config.Gc;
-      builder.CreateNavaidPlan(row, options);
-    } else {
-      builder.CreateAirwayPlan(kind, row);
-    }
-  }
-  RefreshPlanTable();
-  if (!window_.MenuShowPlan) HandleMenu("MenuShowPlan");
-  DrawMap();
-}
+void MapWindow::CloseProgram() { w_.close(); }
 
 void MapWindow::RefreshPlanTable() {
   model_->Reset();
   table_->resizeColumnsToContents();
 }
 
-void MapWindow::Unload() {
-  SaveWindowToggles(logic_, state_.Config);
-  view_.MapReady = false;
-}
-
-void MapWindow::SetReduced(bool on) {
-  window_.ReducedWindow = on;
+void MapWindow::ShowReduced(bool on) {
   for (std::string_view top : ReducedModeHiddenMenus())
     if (QAction* a = w_.Action(std::string(top))) a->setVisible(!on);
   w_.statusBar()->setVisible(!on);
+  reducedButton_->setChecked(on);
   if (on && w_.isMaximized()) OnWindowResized(true);
 }
 
@@ -259,7 +188,7 @@ void MapWindow::SetMapStatus(int field, std::string_view text) {
 }
 
 void MapWindow::ClearSelection() {
-  plan_.CurrentRow = -1;
+  s_.Plan.CurrentRow = -1;
   table_->clearSelection();
 }
 
@@ -295,18 +224,18 @@ void MapWindow::OnWindowResized(bool stateChange) {
   g.Width = w_.width() * kTwips;
   g.Height = w_.height() * kTwips;
   const int statusHeight = w_.statusBar()->isVisible() ? w_.statusBar()->height() * kTwips : 0;
-  const ResizeOutcome r = ResizeWindow(g, window_.ReducedWindow, window_.MenuShowPlan, 0, statusHeight, ui_);
+  const ResizeOutcome r = controller_.Resize(g, 0, statusHeight);
   if (!r.Ignore) {
     if (r.Restore) {
       restoring_ = true;
       w_.showNormal();
     }
-    if (r.HidePlan) HandleMenu("MenuShowPlan");
     if (!r.Restore && g.Show == WindowShow::Normal && (r.Width != g.Width || r.Height != g.Height))
       w_.resize((r.Width + kTwips - 1) / kTwips, (r.Height + kTwips - 1) / kTwips);
     // The window can't be dragged below the limits either.
-    w_.setMinimumSize(window_.ReducedWindow ? kReducedMinWidth / kTwips : kNormalMinWidth / kTwips,
-                      window_.ReducedWindow ? kReducedMinHeight / kTwips : kNormalMinHeight / kTwips);
+    const bool reduced = s_.Window.ReducedWindow;
+    w_.setMinimumSize(reduced ? kReducedMinWidth / kTwips : kNormalMinWidth / kTwips,
+                      reduced ? kReducedMinHeight / kTwips : kNormalMinHeight / kTwips);
   }
   resizing_ = false;
 }

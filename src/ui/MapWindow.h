@@ -1,19 +1,18 @@
 // The map side of OVRMap: the surface, the layer toggle panel, the status
-// line and the flight plan panel, wired to the headless window rules. The
-// window's menu clicks come here first; what is not the map's goes back to
-// the program.
+// line and the flight plan panel. Every click, key and resize goes to the
+// headless MainWindowController; this class only builds the widgets and
+// shows what the controller tells it.
 #pragma once
 
 #include <QObject>
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 
-#include "core/AppState.h"
-#include "map/MainWindowLogic.h"
-#include "map/MapGeodesy.h"
+#include "app/MainWindowController.h"
+#include "app/ProgramState.h"
 #include "mapqt/QtFontSet.h"
-#include "planning/WPTable.h"
 
 class QAction;
 class QDockWidget;
@@ -27,31 +26,25 @@ class MainWindow;
 class MapWidget;
 class PlanTableModel;
 
-class MapWindow : public QObject, public MainWindowHost {
+class MapWindow : public QObject, public MainWindowView {
   Q_OBJECT
 public:
-  MapWindow(MainWindow& window, AppState& state, NavDatabase& db, FlightPlan& plan, ViewState& view, Ui& ui);
+  MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& timers);
   ~MapWindow() override;
 
-  // A menu click; false when the entry is not the map's.
-  bool HandleMenu(const std::string& name);
-  // The window's unload: the toggle states go back to the settings.
-  void Unload();
+  MainWindowController& Controller() { return controller_; }
+  // Side windows the controller opens, by name ("frmFind", "OVRLL", ...).
+  std::function<void(std::string_view)> onOpenWindow;
 
   MapWidget* Map() { return map_; }
   QToolBar* ToggleBar() { return toggles_; }
   QLabel* Status(int field) { return status_[static_cast<std::size_t>(field)]; }
   QTableView* PlanTable() { return table_; }
-  MapLayers& Layers() { return layers_; }
-  WindowToggles& Toggles() { return window_; }
-  PlanPanel& Panel() { return panel_; }
+  MapLayers& Layers() { return s_.Layers; }
+  WindowToggles& Toggles() { return s_.Window; }
+  PlanPanel& Panel() { return s_.Panel; }
 
-  // Sets the menu's check marks and the buttons from the switches.
-  void SyncChecks();
-  // Reduced mode on or off (btnReducedWindow).
-  void SetReduced(bool on);
-
-  // MainWindowHost
+  // MainWindowView
   void FocusMap() override;
   void DrawMap() override;
   void SetMapStatus(int field, std::string_view text) override;
@@ -59,6 +52,11 @@ public:
   void ClearSelection() override;
   void SetOnTop(bool on) override;
   void ShowPlan(bool on) override;
+  void SyncChecks() override;
+  void OpenWindow(std::string_view name) override;
+  void CloseProgram() override;
+  void RefreshPlanTable() override;
+  void ShowReduced(bool on) override;
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -67,22 +65,12 @@ private:
   void BuildToggleBar();
   void BuildStatusLine();
   void BuildPlanPanel();
-  void CreatePlan(char kind);
-  void RefreshPlanTable();
   void OnWindowResized(bool stateChange);
 
   MainWindow& w_;
-  AppState& state_;
-  NavDatabase& db_;
-  FlightPlan& plan_;
-  ViewState& view_;
-  Ui& ui_;
-  MapLayers layers_;
-  WindowToggles window_;
-  MainWindowState logic_{layers_, view_, window_};
-  MapGeodesy geo_;
+  ProgramState& s_;
+  MainWindowController controller_;
   QtFontSet fonts_;
-  PlanPanel panel_;
   MapWidget* map_ = nullptr;
   QToolBar* toggles_ = nullptr;
   std::array<QLabel*, 7> status_{};

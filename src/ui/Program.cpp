@@ -6,9 +6,8 @@
 #include <QTimer>
 #include <cstdlib>
 
-#include "core/Settings.h"
-#include "core/Startup.h"
-#include "database/DatabaseLoader.h"
+#include "app/PlanCommands.h"
+#include "app/ProgramLoad.h"
 #include "ui/AirportSelectWindow.h"
 #include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
@@ -67,13 +66,13 @@ std::string AppDirFromArgs(int argc, char** argv) {
   return QFileInfo(QCoreApplication::applicationFilePath()).absolutePath().toStdString();
 }
 
-Program::Program(std::string appDir) : state_(AppFolder(std::move(appDir))) {}
+Program::Program(std::string appDir) : state_(std::move(appDir)) {}
 
 Program::~Program() = default;
 
 bool Program::Start() {
   splash_ = std::make_unique<SplashWindow>();
-  QString picture = QString::fromStdString(state_.Folder.Resolve("\\ORV_Intro.bmp").string());
+  QString picture = QString::fromStdString(state_.Core.Folder.Resolve("\\ORV_Intro.bmp").string());
   if (QFileInfo::exists(picture)) splash_->SetPicture(picture);
   splash_->show();
   ui_.SetParent(splash_.get());
@@ -81,9 +80,8 @@ bool Program::Start() {
   ui_.RegisterWindow("OVRIntro", splash_.get());
   QCoreApplication::processEvents();
 
-  SplashUi splashUi(ui_, state_, *splash_);
-  DatabaseLoader loader(db_);
-  StartupResult result = RunStartup(state_, splashUi, clock_, loader);
+  SplashUi splashUi(ui_, state_.Core, *splash_);
+  StartupResult result = LoadProgram(state_, splashUi, clock_);
   splash_->ClearPicture();
   splash_->hide();
   ui_.SetParent(nullptr);
@@ -94,38 +92,27 @@ bool Program::Start() {
 
 void Program::ShowFirstWindow() {
   main_ = std::make_unique<MainWindow>();
-  main_->onMenu = [this](const std::string& name) { OnMenu(name); };
-  // The map surface takes the saved position and zoom step before the
-  // window first shows.
-  mapWindow_ = new MapWindow(*main_, state_, db_, plan_, view_, ui_);
-  LoadView(view_, view_.CntrLat, view_.CntrLon, state_.Config.Scale, *mapWindow_);
-  main_->onClose = [this] {
-    mapWindow_->Unload();
-    // The user waypoints are saved by their window's unload; the airport
-    // selection is a window of its own and would keep the program alive.
-    if (userWindow_ && userWindow_->isVisible()) userWindow_->close();
-    if (ovrllWindow_) ovrllWindow_->hide();
-    SaveSettings();
-  };
-  ui_.SetParent(main_.get());
-  ui_.RegisterWindow("OVRMap", main_.get());
+  mapWindow_ = new MapWindow(*main_, state_, ui_, timers_);
+  MainWindowController& controller = mapWindow_->Controller();
+  main_->onMenu = [&controller](const std::string& name) { controller.Menu(name); };
+  mapWindow_->onOpenWindow = [this](std::string_view name) { OpenWindow(name); };
+  timers_.onTick = [&controller](TimerId id) { controller.OnTimer(id); };
   // ORV_SCREENSHOT=file.png: the window's picture is saved after its first
-  // paint and the program ends (for documentation pictures).
-  if (const char* shot = std::getenv("ORV_SCREENSHOT"); shot && *shot) {
-    const QString path = QString::fromLocal8Bit(shot);
-    // Centred on the airport ORV_SCREENSHOT_AT names, else on the first
-    // one, so that the picture shows a chart.
+  // paint and the program ends (for documentation pictures). It is centred
+  // on the airport ORV_SCREENSHOT_AT names, else on the first one, so that
+  // the picture shows a chart.
+  const char* shot = std::getenv("ORV_SCREENSHOT");
+  float lat = state_.View.CntrLat, lon = state_.View.CntrLon;
+  if (shot && *shot) {
     const char* at = std::getenv("ORV_SCREENSHOT_AT");
-    const AirportRec* centre = nullptr;
-    for (const AirportRec& a : db_.Airports.Airports) {
-      if (!IsAirportSlotUsed(a)) continue;
-      if (!centre) centre = &a;
-      if (at && a.Icao.Trimmed() == at) {
-        centre = &a;
-        break;
-      }
+    int32_t centre = at ? FindAirportIndex(state_.Db, at) : -1;
+    for (std::size_t i = 0; centre < 0 && i < state_.Db.Airports.Airports.size(); ++i)
+      if (IsAirportSlotUsed(state_.Db.Airports.Airports[i])) centre = static_cast<int32_t>(i);
+    if (centre >= 0) {
+      lat = state_.Db.Airports.Airports[static_cast<std::size_t>(centre)].Lat;
+      lon = state_.Db.Airports.Airports[static_cast<std::size_t>(centre)].Lon;
     }
-    if (centre) LoadView(view_, centre->Lat, centre->Lon, state_.Config.Scale, *mapWindow_);
+    const QString path = QString::fromLocal8Bit(shot);
     mapWindow_->Map()->onFirstPaint = [this, path] {
       QTimer::singleShot(300, main_.get(), [this, path] {
         main_->grab().save(path);
@@ -133,12 +120,30 @@ void Program::ShowFirstWindow() {
       });
     };
   }
-  if (state_.Config.MapWin == 2)
+  // The map surface takes the saved position and zoom step before the
+  // window first shows.
+  controller.Load(lat, lon);
+  main_->onClose = [this, &controller] {
+    // The user waypoints are saved by their window's unload; the airport
+    // selection is a window of its own and would keep the program alive.
+    if (userWindow_ && userWindow_->isVisible()) userWindow_->close();
+    if (ovrllWindow_) ovrllWindow_->hide();
+    controller.Unload();
+  };
+  ui_.SetParent(main_.get());
+  ui_.RegisterWindow("OVRMap", main_.get());
+  if (state_.Core.Config.MapWin == 2)
     main_->showMaximized();
   else
     main_->show();
   // The map opens behind the airport selection, which stays on top of it.
   if (firstWindow_ == "OVRLL") OpenAirportSelection();
+}
+
+void Program::OpenWindow(std::string_view name) {
+  if (name == "frmFind") OpenFind();
+  else if (name == "OVRLL") OpenAirportSelection();
+  else if (name == "frmUser") OpenUserWaypoints();
 }
 
 void Program::OpenFind() {
@@ -151,13 +156,15 @@ void Program::OpenFind() {
 
 void Program::OpenAirportSelection() {
   if (!ovrllWindow_) {
-    ovrll_ = std::make_unique<OvrLL>(db_.Airports, state_, ui_, plan_.DepartureAirport, plan_.DestinationAirport);
+    ovrll_ = std::make_unique<OvrLL>(state_.Db.Airports, state_.Core, ui_, state_.Plan.DepartureAirport,
+                                     state_.Plan.DestinationAirport);
     // A window of its own rather than a child of the map, so that it can
     // stand in front of the map while the start airport is chosen.
     ovrllWindow_ = std::make_unique<AirportSelectWindow>(*ovrll_);
     ovrllWindow_->onSelected = [this](const AirportSelection& s) { CentreMap(s.Lat, s.Lon); };
     ovrllWindow_->onEndProgram = [this] {
-      SaveSettings();
+      if (!SaveIni(state_.Core.Folder, state_.Core.Config))
+        ui_.MsgBox("The settings could not be written to orv.ini.", MsgStyle::Exclamation, kAppTitle);
       QCoreApplication::quit();
     };
   }
@@ -170,24 +177,7 @@ void Program::OpenUserWaypoints() {
 }
 
 void Program::CentreMap(float lat, float lon) {
-  view_.CntrLat = ClampCenterLat(view_, lat);
-  view_.CntrLon = lon;
-  view_.CurrentLat = lat;
-  view_.CurrentLon = lon;
-  if (mapWindow_) mapWindow_->DrawMap();
-}
-
-void Program::SaveSettings() {
-  if (!SaveIni(state_.Folder, state_.Config))
-    ui_.MsgBox("The settings could not be written to orv.ini.", MsgStyle::Exclamation, kAppTitle);
-}
-
-void Program::OnMenu(const std::string& name) {
-  if (mapWindow_ && mapWindow_->HandleMenu(name)) return;
-  if (name == "MenuExit") main_->close();
-  else if (name == "MenuFindObject") OpenFind();
-  else if (name == "MenuSelectAP") OpenAirportSelection();
-  else if (name == "MenuEditUser") OpenUserWaypoints();
+  if (mapWindow_) mapWindow_->Controller().CentreOn(lat, lon);
 }
 
 }  // namespace orv::ui

@@ -1,19 +1,17 @@
-// The program: owns the application state and the loaded database, runs the
-// start-up behind the splash and opens the first window. Everything it shows
-// comes from the headless core; this class only connects the pieces.
+// The program: owns the program state, runs the start-up behind the splash
+// and opens the first window. Everything it shows comes from the headless
+// core; this class only connects the pieces.
 #pragma once
 
 #include <memory>
 #include <string>
 
-#include "core/AppState.h"
+#include "app/ProgramState.h"
 #include "core/Clock.h"
 #include "database/FrmFind.h"
 #include "database/FrmUser.h"
-#include "database/NavDatabase.h"
 #include "database/OvrLL.h"
-#include "map/Viewport.h"
-#include "planning/FlightPlan.h"
+#include "ui/QtTimers.h"
 #include "ui/QtUi.h"
 
 namespace orv::ui {
@@ -34,15 +32,14 @@ public:
   bool Start();
   // Shows the first window the start-up chose.
   void ShowFirstWindow();
-  // What the main window's unload does: the settings are written back.
-  void SaveSettings();
-
-  AppState& State() { return state_; }
-  NavDatabase& Database() { return db_; }
+  ProgramState& ProgState() { return state_; }
+  AppState& State() { return state_.Core; }
+  NavDatabase& Database() { return state_.Db; }
   MainWindow* Main() { return main_.get(); }
   MapWindow* Map() { return mapWindow_; }
-  FlightPlan& Plan() { return plan_; }
-  ViewState& View() { return view_; }
+  FlightPlan& Plan() { return state_.Plan; }
+  ViewState& View() { return state_.View; }
+  QtTimers& Timers() { return timers_; }
 
   // The side windows, opened from the menu (OVRLL also at start).
   void OpenFind();
@@ -53,23 +50,21 @@ public:
   UserWaypointWindow* UserWindow() { return userWindow_.get(); }
 
 private:
-  void OnMenu(const std::string& name);
+  void OpenWindow(std::string_view name);
   // Re-centres the map on a position chosen in a side window.
   void CentreMap(float lat, float lon);
 
-  AppState state_;
-  NavDatabase db_;
+  ProgramState state_;
   SystemClock clock_;
   QtUi ui_;
+  QtTimers timers_;
   std::unique_ptr<SplashWindow> splash_;
   std::unique_ptr<MainWindow> main_;
   MapWindow* mapWindow_ = nullptr;  // owned by main_
   std::string firstWindow_;
-  FlightPlan plan_;
-  ViewState view_;
 
-  FrmFind find_{db_};
-  FrmUser user_{db_.UserWaypoints, ui_, state_.Folder};
+  FrmFind find_{state_.Db};
+  FrmUser user_{state_.Db.UserWaypoints, ui_, state_.Core.Folder};
   std::unique_ptr<OvrLL> ovrll_;
   std::unique_ptr<FindWindow> findWindow_;
   std::unique_ptr<AirportSelectWindow> ovrllWindow_;

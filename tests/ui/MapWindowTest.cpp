@@ -27,20 +27,20 @@ namespace {
 
 struct MapFixture {
   test::TempDir dir;
-  AppState state{AppFolder(dir.Path().string())};
-  NavDatabase db;
-  FlightPlan plan;
-  ViewState view;
+  ProgramState program{dir.Path().string()};
+  AppState& state = program.Core;
+  FlightPlan& plan = program.Plan;
+  ViewState& view = program.View;
   test::ScriptedUi ui;
+  ManualTimers timers;
   MainWindow window;
   MapWindow* map = nullptr;
 
   MapFixture() {
-    test::BuildSmallWorld(db);
-    view.CntrLat = 50.0f;
-    view.CntrLon = 8.0f;
-    map = new MapWindow(window, state, db, plan, view, ui);
-    window.onMenu = [this](const std::string& name) { map->HandleMenu(name); };
+    test::BuildSmallWorld(program.Db);
+    map = new MapWindow(window, program, ui, timers);
+    map->Controller().Load(50.0f, 8.0f);
+    window.onMenu = [this](const std::string& name) { map->Controller().Menu(name); };
     window.resize(900, 650);
     window.show();
     QApplication::processEvents();
@@ -130,7 +130,7 @@ TEST(MapWindow, KeysZoomAndTheWheelWaitsForMouseZoom) {
 
 TEST(MapWindow, MaximisingTheReducedWindowSnapsBackWithOneMessage) {
   MapFixture f;
-  f.map->SetReduced(true);
+  f.map->Controller().SetReduced(true);
   f.window.showMaximized();
   QApplication::processEvents();
   EXPECT_EQ(f.ui.Messages(), (std::vector<std::string>{"You cannot maximize the reduced window!"}));
@@ -141,7 +141,7 @@ TEST(MapWindow, MaximisingTheReducedWindowSnapsBackWithOneMessage) {
 TEST(MapWindow, UnloadWritesTheToggleKeys) {
   MapFixture f;
   f.window.Action("MenuCompass")->trigger();
-  f.map->Unload();
+  f.map->Controller().Unload();
   EXPECT_EQ(f.state.Config.CompMenu, 0);
   EXPECT_FALSE(f.view.MapReady);
 }
@@ -158,8 +158,8 @@ TEST(MapWindow, NavaidPlanFillsTheTableAndShowsThePlan) {
   a.ClimbSpeed = 120;
   a.DescentRate = 1000;
   a.DescentSpeed = 150;
-  std::filesystem::create_directories(f.dir.Path() / "user");
-  ASSERT_TRUE(WriteAircraftFile(f.dir.Path() / "user" / "aircraft.orv", {a}));
+  f.program.Aircraft.List = {a};
+  f.program.Aircraft.Current = a;
   f.plan.DepartureAirport = 0;
   f.plan.DestinationAirport = 1;
   f.window.Action("MenuCreateNavaid")->trigger();

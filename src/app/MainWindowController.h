@@ -1,0 +1,88 @@
+// OVRMap without its widgets: the menu, button, key, wheel and mouse
+// dispatch of the main window, its load and unload, its resize rules and the
+// ticks of its timers, over the program state. The Qt window only forwards
+// its events here and shows what the view interface is told; tests drive the
+// same controller with a recording view.
+#pragma once
+
+#include <string_view>
+
+#include "app/PlanCommands.h"
+#include "app/ProgramState.h"
+#include "core/Clock.h"
+#include "core/Timers.h"
+#include "core/Ui.h"
+#include "map/MainWindowLogic.h"
+#include "map/MapGeodesy.h"
+
+namespace orv {
+
+// What the controller asks of the window around it, beyond the map's host.
+class MainWindowView : public MainWindowHost {
+public:
+  // The menu's check marks and the toggle buttons, read again from the state.
+  virtual void SyncChecks() = 0;
+  // Opens a side window by its name: "frmFind", "OVRLL", "frmUser", ...
+  virtual void OpenWindow(std::string_view name) = 0;
+  // Closes the main window, which ends the program through its unload.
+  virtual void CloseProgram() = 0;
+  // The plan table and its totals were changed by a command.
+  virtual void RefreshPlanTable() = 0;
+  // Reduced mode on or off: the top menus of ReducedModeHiddenMenus, the
+  // button bar and the status line hide or show.
+  virtual void ShowReduced(bool on) = 0;
+};
+
+class MainWindowController {
+public:
+  MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers);
+
+  // The window's load, deep in its order: the toggles from the settings, the
+  // view on the given centre at the saved zoom step, the zoom label, the
+  // Clock timer, and MapReady at the very end.
+  void Load(float lat, float lon);
+  // The unload: the toggles go back to the settings, the settings file is
+  // written (a failure is shown), MapReady is cleared.
+  void Unload();
+
+  // A click on a menu entry by control name. False when the entry does
+  // nothing yet (MenuAvailable says so beforehand).
+  bool Menu(std::string_view name);
+  // Whether an entry does something today; the window disables the others
+  // rather than leave them silently dead.
+  static bool MenuAvailable(std::string_view name);
+  // A toolbar button whose value is now value.
+  bool Button(std::string_view name, bool value);
+  // The form's key handler (Windows key codes); true when handled.
+  bool Key(int keyCode);
+  void Wheel(int delta);
+  // A released rubber band in surface units; a click is a band of no size.
+  void Band(double x1, double y1, double x2, double y2);
+  // btnReducedWindow.
+  void SetReduced(bool on);
+  // The resize event: limits, the reduced window's maximise, the plan that
+  // goes when the window gets too narrow. The window applies the outcome.
+  ResizeOutcome Resize(const WindowGeometry& g, int barHeight, int statusHeight);
+
+  // Re-centres the map on a position chosen in a side window.
+  void CentreOn(float lat, float lon);
+  // Builds a plan between the chosen airports and shows it.
+  bool BuildPlan(PlanKind kind);
+
+  // A tick of one of the window's timers.
+  void OnTimer(TimerId id);
+  // The window's caption, as the Clock tick leaves it.
+  const std::string& Caption() const { return caption_; }
+
+private:
+  void ClockTick();
+
+  ProgramState& s_;
+  MainWindowView& view_;
+  Ui& ui_;
+  Timers& timers_;
+  MapGeodesy geo_;
+  std::string caption_ = std::string(kAppTitle);
+};
+
+}  // namespace orv

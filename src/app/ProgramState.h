@@ -1,0 +1,63 @@
+// The program's one state: everything the start-up loads and the windows
+// show, created once and passed by reference to whoever needs it. The Qt
+// program and orvanta-cli both build it through LoadProgram, so that a menu
+// entry and a command that do the same thing work on the same data.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/AppState.h"
+#include "database/NavDatabase.h"
+#include "map/MainWindowLogic.h"
+#include "map/RenderPass.h"
+#include "map/Viewport.h"
+#include "planning/Aircraft.h"
+#include "planning/FlightPlan.h"
+#include "planning/WPTable.h"
+
+namespace orv {
+
+// The simulator link's part of the state: which simulator the link talks to
+// and whether it is up. The link fills in the rest as it grows.
+struct SimSlot {
+  std::string Source = "builtin";  // the simulator source the user chose
+  bool LinkActive = false;         // a live position exists
+  bool TrackingActive = false;
+};
+
+// The online part: what the download manager, the network readers, the
+// weather and the oceanic tracks hold. Filled by the online modules.
+struct OnlineSlot {
+  bool Downloading = false;
+  int FilesDone = 0;   // the multi-file download's counter for the caption
+  int FilesTotal = 0;
+};
+
+struct ProgramState {
+  explicit ProgramState(std::string appDir) : Core(AppFolder(std::move(appDir))) {}
+  ProgramState(const ProgramState&) = delete;
+  ProgramState& operator=(const ProgramState&) = delete;
+
+  AppState Core;            // settings, start-up scalars, name tables
+  NavDatabase Db;           // the loaded navigation database
+  AircraftDb Aircraft;      // \user\aircraft.orv and the selected aircraft
+  int16_t AircraftNumber = 0;
+
+  FlightPlan Plan;          // the one plan in memory
+  PlanPanel Panel;          // its table and totals on the main window
+
+  ViewState View;           // centre, zoom, projection
+  MapLayers Layers;         // the map's toggles
+  WindowToggles Window;     // the main window's other toggles
+  MapHighlight Highlight;   // the object the hover or a search picked
+  MapOverlays Overlays;     // inputs of the live layers
+
+  SimSlot Sim;
+  OnlineSlot Online;
+
+  // The view of the toggles that one click may change.
+  MainWindowState Toggles() { return MainWindowState{Layers, View, Window}; }
+};
+
+}  // namespace orv

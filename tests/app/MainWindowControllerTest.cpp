@@ -1,0 +1,137 @@
+// The headless main window over the small world: every menu entry that is
+// offered does something, the plan entries build and show a plan, the load
+// and unload keep their order, and the window timers tick as the window's.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "app/MainWindowController.h"
+#include "map/MainMenu.h"
+#include "support/ScriptedUi.h"
+#include "support/SmallWorld.h"
+#include "support/TempDir.h"
+
+namespace orv {
+namespace {
+
+struct RecordingView : MainWindowView {
+  std::vector<std::string> calls;
+  void FocusMap() override { calls.push_back("focus"); }
+  void DrawMap() override { calls.push_back("draw"); }
+  void SetMapStatus(int field, std::string_view text) override {
+    calls.push_back("status" + std::to_string(field) + " " + std::string(text));
+  }
+  void RepositionMeasure() override {}
+  void ClearSelection() override { calls.push_back("clear"); }
+  void SetOnTop(bool on) override { calls.push_back(on ? "ontop" : "notontop"); }
+  void ShowPlan(bool on) override { calls.push_back(on ? "showplan" : "hideplan"); }
+  void SyncChecks() override { calls.push_back("sync"); }
+  void OpenWindow(std::string_view name) override { calls.push_back("open " + std::string(name)); }
+  void CloseProgram() override { calls.push_back("close"); }
+  void RefreshPlanTable() override { calls.push_back("table"); }
+  void ShowReduced(bool on) override { calls.push_back(on ? "reduced" : "normal"); }
+};
+
+struct Fixture {
+  test::TempDir dir;
+  ProgramState s{dir.Path().string()};
+  RecordingView view;
+  test::ScriptedUi ui;
+  ManualTimers timers;
+  MainWindowController c{s, view, ui, timers};
+
+  Fixture() {
+    test::BuildSmallWorld(s.Db);
+    AircraftRec a;
+    a.Id = 1;
+    a.AircraftName = "Test Twin";
+    a.CruiseSpeed = 180;
+    a.CruiseLevel = 90;
+    a.ApproachSpeed = 100;
+    a.ClimbRate = a.DescentRate = 1000;
+    a.ClimbSpeed = 120;
+    a.DescentSpeed = 150;
+    s.Aircraft.List = {a};
+    s.Aircraft.Current = a;
+    c.Load(50.0f, 8.0f);
+  }
+};
+
+TEST(MainWindowController, LoadAndUnloadKeepTheirOrder) {
+  Fixture f;
+  EXPECT_TRUE(f.s.View.MapReady);
+  EXPECT_TRUE(f.timers.Enabled(TimerId::Clock));
+  ASSERT_FALSE(f.view.calls.empty());
+  EXPECT_EQ(f.view.calls.back(), "status1 30NM");
+  f.s.Layers.MenuCompass = false;
+  f.c.Unload();
+  EXPECT_FALSE(f.s.View.MapReady);
+  EXPECT_FALSE(f.timers.Enabled(TimerId::Clock));
+  EXPECT_EQ(f.s.Core.Config.CompMenu, 0);
+  EXPECT_TRUE(std::filesystem::exists(f.dir.Path() / "orv.ini"));
+}
+
+TEST(MainWindowController, EveryOfferedEntryDoesSomething) {
+  int offered = 0;
+  for (const MenuEntry& e : MainMenuEntries()) {
+    if (e.kind == MenuKind::Heading || !MainWindowController::MenuAvailable(e.name)) continue;
+    Fixture f;  // a fresh window for each entry: Exit and the zoom steps change it
+    ++offered;
+    EXPECT_TRUE(f.c.Menu(e.name)) << e.name;
+  }
+  EXPECT_GT(offered, 40);
+  Fixture f;
+  EXPECT_FALSE(MainWindowController::MenuAvailable("NoSuchEntry"));
+  EXPECT_FALSE(f.c.Menu("NoSuchEntry"));
+}
+
+TEST(MainWindowController, PlanEntriesBuildAndShowThePlan) {
+  Fixture f;
+  f.c.Menu("MenuCreateNavaid");
+  EXPECT_EQ(f.ui.Texts("beep").size(), 1u);  // no airports chosen
+  EXPECT_EQ(f.s.Plan.LastRow, 0);
+  EXPECT_FALSE(f.s.Window.MenuShowPlan);
+  SetPlanEnds(f.s, 0, 1);
+  f.view.calls.clear();
+  f.c.Menu("MenuCreateNavaid");
+  EXPECT_GE(f.s.Plan.LastRow, 1);
+  EXPECT_TRUE(f.s.Window.MenuShowPlan);
+  const std::vector<std::string>& c = f.view.calls;
+  EXPECT_NE(std::find(c.begin(), c.end(), "table"), c.end());
+  EXPECT_NE(std::find(c.begin(), c.end(), "showplan"), c.end());
+  EXPECT_EQ(c.back(), "draw");
+  for (const std::string& m : f.ui.Messages()) ADD_FAILURE() << m;
+}
+
+TEST(MainWindowController, ClockTickCountsTheDownloadInTheCaption) {
+  Fixture f;
+  f.s.Online.Downloading = true;
+  f.s.Online.FilesDone = 3;
+  f.s.Online.FilesTotal = 12;
+  int ticks = 0;
+  f.timers.Advance(2500, [&](TimerId id) {
+    ++ticks;
+    f.c.OnTimer(id);
+  });
+  EXPECT_EQ(ticks, 2);  // the Clock timer alone, each second
+  EXPECT_EQ(f.c.Caption(), "Orvanta - DLC: 3 / 12");
+  f.s.Online.Downloading = false;
+  f.timers.Advance(1000, [&](TimerId id) { f.c.OnTimer(id); });
+  EXPECT_EQ(f.c.Caption(), "Orvanta");
+  EXPECT_EQ(f.ui.Texts("caption"), (std::vector<std::string>{"Orvanta - DLC: 3 / 12", "Orvanta"}));
+}
+
+TEST(ManualTimers, FireInDeadlineOrderFromWhenEnabled) {
+  ManualTimers t;
+  std::string order;
+  t.SetEnabled(TimerId::Clock, true);
+  t.Advance(250, [&](TimerId) {});
+  t.SetEnabled(TimerId::Gps, true);       // due at 750, 1250
+  t.SetEnabled(TimerId::MousePos, true);  // due at 500, 750, 1000, 1250; first on a tie
+  t.Advance(1000, [&](TimerId id) { order += std::string(TimerName(id)) + " "; });
+  EXPECT_EQ(order, "tmrMousePos tmrMousePos tmGPS tmrMousePos Clock tmrMousePos tmGPS ");
+  EXPECT_EQ(t.Now(), 1250);
+}
+
+}  // namespace
+}  // namespace orv
