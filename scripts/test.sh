@@ -9,6 +9,16 @@ bash scripts/install-deps.sh
 cmake --preset debug
 cmake --build --preset debug
 
+# The install puts the programs, the desktop entry, the icon and the AppStream
+# metadata where desktop environments look for them.
+prefix=$(mktemp -d)
+cmake --install build/debug --prefix "$prefix" > /dev/null
+for f in bin/orvanta bin/orvanta-cli bin/orvanta-dbm share/applications/org.orvanta.Orvanta.desktop \
+         share/icons/hicolor/scalable/apps/org.orvanta.Orvanta.svg share/metainfo/org.orvanta.Orvanta.metainfo.xml; do
+  [ -e "$prefix/$f" ] || { echo "install: $f is missing"; exit 1; }
+done
+rm -rf "$prefix"
+
 # A short fuzzing run of every file reader, so that a crash on hostile bytes is
 # found before it lands.
 bash scripts/fuzz.sh "${ORV_FUZZ_SECONDS:-10}"

@@ -14,10 +14,14 @@ struct WindowEntry {
   std::string_view Menu;
   std::string_view Window;
 };
-constexpr std::array<WindowEntry, 3> kWindowEntries = {{
+constexpr std::array<WindowEntry, 7> kWindowEntries = {{
     {"MenuFindObject", "frmFind"},
     {"MenuSelectAP", "OVRLL"},
     {"MenuEditUser", "frmUser"},
+    {"MenuFuel", "Fuel"},
+    {"MenuAircraft", "Aircraft"},
+    {"MenuHelp", "frmHelp"},
+    {"MenuAbout", "frmAbout"},
 }};
 
 struct PlanEntry {

@@ -2,13 +2,19 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QFileInfo>
 #include <QTimer>
 #include <cstdlib>
 
 #include "app/PlanCommands.h"
 #include "app/ProgramLoad.h"
+#include "ui/AircraftDialog.h"
 #include "ui/AirportSelectWindow.h"
+#include "ui/FuelWindow.h"
+#include "ui/HelpWindows.h"
 #include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
@@ -57,13 +63,22 @@ private:
 
 }  // namespace
 
-std::string AppDirFromArgs(int argc, char** argv) {
+AppDirChoice AppDirFromArgs(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     std::string a = argv[i];
-    if (a == "--appdir" && i + 1 < argc) return argv[i + 1];
-    if (a.rfind("--appdir=", 0) == 0) return a.substr(9);
+    if (a == "--appdir" && i + 1 < argc) return {argv[i + 1], ""};
+    if (a.rfind("--appdir=", 0) == 0) return {a.substr(9), ""};
   }
-  return QFileInfo(QCoreApplication::applicationFilePath()).absolutePath().toStdString();
+  auto hasDatabase = [](const QString& dir) { return QFileInfo(QDir(dir).filePath("database")).isDir(); };
+  const QString beside = QCoreApplication::applicationDirPath();
+  if (hasDatabase(beside)) return {beside.toStdString(), ""};
+  const QString user = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  if (hasDatabase(user)) return {user.toStdString(), ""};
+  const std::string where = QDir::toNativeSeparators(user).toStdString();
+  return {where, "Orvanta has no navigation database yet.\n\nBuild one into " + where +
+                     " with the database manager, for example:\n\n    orvanta-dbm --xplane DATA_DIR --out " + where +
+                     "\n\nwhere DATA_DIR holds X-Plane or FlightGear navigation data (apt.dat, nav.dat, fix.dat, "
+                     "awy.dat). Or start Orvanta on another data folder with --appdir DIR."};
 }
 
 Program::Program(std::string appDir) : state_(std::move(appDir)) {}
@@ -128,10 +143,14 @@ void Program::ShowFirstWindow() {
     // selection is a window of its own and would keep the program alive.
     if (userWindow_ && userWindow_->isVisible()) userWindow_->close();
     if (ovrllWindow_) ovrllWindow_->hide();
+    QSettings().setValue("MainWindow/geometry", main_->saveGeometry());
     controller.Unload();
   };
   ui_.SetParent(main_.get());
   ui_.RegisterWindow("OVRMap", main_.get());
+  // The window comes back where the user left it; the settings file's
+  // MAPWIN=2 still opens it maximised.
+  main_->restoreGeometry(QSettings().value("MainWindow/geometry").toByteArray());
   if (state_.Core.Config.MapWin == 2)
     main_->showMaximized();
   else
@@ -144,6 +163,24 @@ void Program::OpenWindow(std::string_view name) {
   if (name == "frmFind") OpenFind();
   else if (name == "OVRLL") OpenAirportSelection();
   else if (name == "frmUser") OpenUserWaypoints();
+  else if (name == "Fuel") {
+    if (!fuelWindow_) fuelWindow_ = std::make_unique<FuelDialog>(state_, ui_, main_.get());
+    fuelWindow_->Open();
+  } else if (name == "Aircraft") {
+    if (!aircraftWindow_) {
+      aircraftWindow_ = std::make_unique<AircraftDialog>(state_, ui_, main_.get());
+      aircraftWindow_->onSelected = [this] {
+        if (mapWindow_) mapWindow_->RefreshPlanTable();
+      };
+    }
+    aircraftWindow_->Open();
+  } else if (name == "frmHelp") {
+    if (!helpWindow_) helpWindow_ = std::make_unique<HelpWindow>(main_.get());
+    helpWindow_->show();
+    helpWindow_->raise();
+  } else if (name == "frmAbout") {
+    ShowAbout(main_.get());
+  }
 }
 
 void Program::OpenFind() {

@@ -16,7 +16,10 @@
 
 namespace orv::ui {
 
+class AircraftDialog;
 class AirportSelectWindow;
+class FuelDialog;
+class HelpWindow;
 class FindWindow;
 class MainWindow;
 class MapWindow;
@@ -69,10 +72,20 @@ private:
   std::unique_ptr<FindWindow> findWindow_;
   std::unique_ptr<AirportSelectWindow> ovrllWindow_;
   std::unique_ptr<UserWaypointWindow> userWindow_;
+  std::unique_ptr<FuelDialog> fuelWindow_;
+  std::unique_ptr<AircraftDialog> aircraftWindow_;
+  std::unique_ptr<HelpWindow> helpWindow_;
 };
 
-// The application folder from the command line (--appdir DIR), else the
-// folder of the executable.
-std::string AppDirFromArgs(int argc, char** argv);
+// Where the program's data folder is: --appdir DIR on the command line; else
+// the folder of the executable when it holds a database (a portable or
+// build-tree layout); else the per-user data folder of the desktop
+// (~/.local/share/Orvanta/Orvanta on Linux). Problem says, for a person, why
+// there is none and how to build one.
+struct AppDirChoice {
+  std::string Path;
+  std::string Problem;
+};
+AppDirChoice AppDirFromArgs(int argc, char** argv);
 
 }  // namespace orv::ui

@@ -5,6 +5,17 @@
 #include <QLabel>
 #include <QMenuBar>
 
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTextBrowser>
+
+#include "app/PlanCommands.h"
+#include "support/ScriptedUi.h"
+#include "support/SmallWorld.h"
+#include "support/TempDir.h"
+#include "ui/AircraftDialog.h"
+#include "ui/FuelWindow.h"
+#include "ui/HelpWindows.h"
 #include "ui/MainWindow.h"
 #include "ui/QtUi.h"
 #include "ui/SplashWindow.h"
@@ -43,6 +54,49 @@ TEST(SplashWindow, ProgressGoesThroughTheUiSeam) {
   ui.RegisterWindow("OVRIntro", &s);
   ui.SetCaption("OVRIntro", "Caption \xB7 8-bit");
   EXPECT_EQ(s.windowTitle(), QString::fromUtf8("Caption \xC2\xB7 8-bit"));
+}
+
+TEST(SideWindows, FuelAircraftAndHelpShowTheCoreState) {
+  test::TempDir dir;
+  ProgramState s(dir.Path().string());
+  test::BuildSmallWorld(s.Db);
+  test::ScriptedUi ui;
+  AircraftRec a;
+  a.Id = 1;
+  a.AircraftName = "Test Twin";
+  a.CruiseSpeed = 180;
+  a.CruiseLevel = 90;
+  a.ApproachSpeed = 100;
+  a.ClimbRate = a.DescentRate = 1000;
+  a.ClimbSpeed = 120;
+  a.DescentSpeed = 150;
+  a.MaxFuel = 800;
+  a.MaxRange = 900;
+  a.MaxWeight = 2500;
+  a.EmptyWeight = 1500;
+  a.LoadWeight = 400;
+  s.Aircraft.List = {a};
+  s.Aircraft.Current = a;
+
+  FuelDialog fuel(s, ui);
+  EXPECT_FALSE(fuel.Open());  // no plan: the core's message, no window
+  EXPECT_FALSE(fuel.isVisible());
+  SetPlanEnds(s, 0, 1);
+  ASSERT_TRUE(CreatePlan(s, PlanKind::Navaid, ui));
+  ASSERT_TRUE(fuel.Open()) << ui.Messages().back();
+  EXPECT_TRUE(fuel.windowTitle().startsWith("Fuel Calculation for FL "));
+  EXPECT_EQ(fuel.Box("TotalIfrBox")->text().toStdString(), fuel.Form().TotalIfrBox);
+  EXPECT_FALSE(fuel.Box("ClimbFuelBox")->text().isEmpty());
+
+  AircraftDialog aircraft(s, ui);
+  aircraft.Open();
+  ASSERT_EQ(aircraft.List()->count(), 1);
+  EXPECT_EQ(aircraft.List()->item(0)->text(), "Test Twin");
+  EXPECT_EQ(aircraft.Box(AircraftBox::CruiseSpeedBox)->text(), "180");
+
+  HelpWindow help;
+  EXPECT_TRUE(help.Browser()->toPlainText().contains("Flight plans"));
+  EXPECT_TRUE(AboutText().contains("Version 8.0"));
 }
 
 }  // namespace
