@@ -216,10 +216,11 @@ WeatherValues ReadWeather(FsuipcChannel& ch);
 inline constexpr std::uint32_t kTrafficEntrySize = 40;
 inline constexpr std::uint32_t kTrafficExtSize = 20;
 // Room of each table in the address space: the entries from 0xE080 (0xF080)
-// to the next 4 KB, the extended entries 0x800 bytes from 0xD040 (0xD840).
+// to the next 4 KB boundary, the airborne extended entries from 0xD840 to
+// 0xE000 (the ground ones have a little more, the smaller room holds for both).
 inline constexpr std::uint32_t kTrafficEntriesRoom = 0x0F80;
-inline constexpr std::uint32_t kTrafficExtRoom = 0x0800;
-inline constexpr std::uint32_t kTrafficMaxCount = kTrafficExtRoom / kTrafficExtSize;  // 102
+inline constexpr std::uint32_t kTrafficExtRoom = 0x07C0;
+inline constexpr std::uint32_t kTrafficMaxCount = kTrafficExtRoom / kTrafficExtSize;  // 99
 
 // One slot of a traffic table, as laid out in its 40 bytes.
 struct TrafficEntry {
