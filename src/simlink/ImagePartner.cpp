@@ -149,7 +149,8 @@ bool ImagePartner::AnswerBlock(std::uint8_t* block, std::size_t size) {
       image_.ReadBytes(offset, data, static_cast<std::size_t>(inside));
       if (count > inside) std::memset(data + inside, 0, static_cast<std::size_t>(count - inside));
     } else {
-      if (offset == kLibVersionOffset && count == 2) libraryVersion_ = OffsetImage::LoadLE<std::uint16_t>(data);
+      if (offset <= kLibVersionOffset && offset + count >= kLibVersionOffset + 2)
+        libraryVersion_ = OffsetImage::LoadLE<std::uint16_t>(data + (kLibVersionOffset - offset));
       for (std::uint64_t i = 0; i < inside; ++i) {
         const std::uint64_t at = offset + i;
         if (at >= kVersionWordsStart && at < kVersionWordsEnd) continue;  // read-only
