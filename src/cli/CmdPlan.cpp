@@ -1,10 +1,12 @@
 // orvanta-cli plan DEP DEST: loads the database of an application folder as
 // the program does at start, builds a high altitude, low altitude or navaid
 // plan between the two airports and prints the plan table and its totals.
+#include <memory>
 #include <ostream>
 #include <string>
 
 #include "cli/Cli.h"
+#include "cli/CliPlan.h"
 #include "cli/CliUi.h"
 #include "core/AppState.h"
 #include "core/Clock.h"
@@ -38,8 +40,6 @@ private:
   std::ostream& err_;
 };
 
-enum class PlanKind { High, Low, Navaid };
-
 int Refuse(std::ostream& err, const std::string& why) {
   err << "plan: " << why << "\n" << kPlanUsage << "\n";
   return 2;
@@ -47,63 +47,70 @@ int Refuse(std::ostream& err, const std::string& why) {
 
 }  // namespace
 
-int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
-  std::vector<std::string> airports;
-  PlanKind kind = PlanKind::High;
-  int16_t aircraftNumber = 0;
-  int32_t level = -1;
+bool ParsePlanArgs(const Args& args, PlanArgs& out, Args& rest, std::string& why) {
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
-    if (a == "--high") kind = PlanKind::High;
-    else if (a == "--low") kind = PlanKind::Low;
-    else if (a == "--navaid") kind = PlanKind::Navaid;
+    if (a == "--high") out.Kind = PlanKind::High;
+    else if (a == "--low") out.Kind = PlanKind::Low;
+    else if (a == "--navaid") out.Kind = PlanKind::Navaid;
     else if (a == "--aircraft" || a == "--level") {
-      if (i + 1 >= args.size()) return Refuse(err, a + " needs a value");
+      if (i + 1 >= args.size()) {
+        why = a + " needs a value";
+        return false;
+      }
       std::string value = args[++i];
       if (a == "--aircraft") {
-        aircraftNumber = CInt(Val(value));
+        out.AircraftNumber = CInt(Val(value));
       } else {
         // "FL350" or "350": hundreds of feet either way.
         if (UCase(Left(value, 2)) == "FL") value = Mid(value, 3);
-        level = CLng(Val(value));
-        if (level <= 0) return Refuse(err, "not a flight level: '" + args[i] + "'");
+        out.Level = CLng(Val(value));
+        if (out.Level <= 0) {
+          why = "not a flight level: '" + args[i] + "'";
+          return false;
+        }
       }
     } else if (a.rfind("--", 0) == 0) {
-      return Refuse(err, "unknown option '" + a + "'");
+      rest.push_back(a);
     } else {
-      airports.push_back(a);
+      out.Airports.push_back(a);
     }
   }
-  if (airports.size() != 2) return Refuse(err, "expected the departure and the destination airport");
+  return true;
+}
 
-  AppState state{AppFolder(ctx.appDir)};
+int BuildPlan(const Context& ctx, const PlanArgs& args, std::string_view command, std::ostream& out,
+              std::ostream& err, BuiltPlan& built) {
+  const std::string name(command);
+  built.State = AppState{AppFolder(ctx.appDir)};
+  AppState& state = built.State;
   PlanUi ui(out, err);
   SystemClock clock;
-  NavDatabase db;
+  NavDatabase& db = built.Db;
   DatabaseLoader loader(db);
   if (RunStartup(state, ui, clock, loader).ProgramEnds()) return 1;
 
-  AircraftDb aircraft;
+  int16_t aircraftNumber = args.AircraftNumber;
+  AircraftDb& aircraft = built.Aircraft;
   LoadAircraft(state.Folder.Resolve(kAircraftFile), aircraftNumber, aircraft, ui);
   if (aircraft.List.empty()) {
-    err << "plan: no aircraft in " << state.Folder.Resolve(kAircraftFile).string() << "\n";
+    err << name << ": no aircraft in " << state.Folder.Resolve(kAircraftFile).string() << "\n";
     return 1;
   }
-  if (level > 0) aircraft.Current.CruiseLevel = level;
+  if (args.Level > 0) aircraft.Current.CruiseLevel = args.Level;
 
   NavLookupDb nav(db, state.ParkingNames);
   int ends[2];
   for (int k = 0; k < 2; ++k) {
-    ends[k] = nav.FindAirport(airports[static_cast<std::size_t>(k)]);
+    ends[k] = nav.FindAirport(args.Airports[static_cast<std::size_t>(k)]);
     if (ends[k] < 0) {
-      err << "plan: unknown airport '" << airports[static_cast<std::size_t>(k)] << "'\n";
+      err << name << ": unknown airport '" << args.Airports[static_cast<std::size_t>(k)] << "'\n";
       return 1;
     }
   }
 
-  FlightPlan plan;
-  PlanPanel panel;
-  PlanEditor editor(plan, panel, aircraft.Current, nav);
+  FlightPlan& plan = built.Plan;
+  PlanEditor editor(plan, built.Panel, aircraft.Current, nav);
   plan.Waypoints[0] = AirportRow(db.Airports, ends[0]);
   plan.Waypoints[1] = AirportRow(db.Airports, ends[1]);
   plan.DepartureAirport = ends[0];
@@ -117,17 +124,32 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 
   RouteSearch search;
   RouteBuilder builder(editor, aircraft.Current, db.Navaids, search, ui);
-  bool built = false;
-  if (kind == PlanKind::Navaid) {
+  bool made = false;
+  if (args.Kind == PlanKind::Navaid) {
     NavaidPlanOptions options;
     options.SecLen = state.Config.SecLen;
     options.SecWidth = state.Config.SecWidth;
     options.GreatCircle = state.Config.Gc;
-    built = builder.CreateNavaidPlan(row, options);
+    made = builder.CreateNavaidPlan(row, options);
   } else {
-    built = builder.CreateAirwayPlan(kind == PlanKind::High ? 'J' : 'V', row);
+    made = builder.CreateAirwayPlan(args.Kind == PlanKind::High ? 'J' : 'V', row);
   }
-  if (!built) return 1;
+  return made ? 0 : 1;
+}
+
+int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
+  PlanArgs planArgs;
+  Args rest;
+  std::string why;
+  if (!ParsePlanArgs(args, planArgs, rest, why)) return Refuse(err, why);
+  if (!rest.empty()) return Refuse(err, "unknown option '" + rest[0] + "'");
+  if (planArgs.Airports.size() != 2) return Refuse(err, "expected the departure and the destination airport");
+
+  auto built = std::make_unique<BuiltPlan>();
+  if (int code = BuildPlan(ctx, planArgs, "plan", out, err, *built)) return code;
+  const AppState& state = built->State;
+  PlanPanel& panel = built->Panel;
+  NavLookupDb nav(built->Db, state.ParkingNames);
 
   const WPTable& table = panel.Table;
   for (int line = 0; line < table.Rows(); ++line) {
@@ -143,7 +165,8 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
   out << "Flight level: " << panel.LevelBox << '\n';
   FuelWindow fuel;
   int fuelType = state.Config.Fuel < kFuelUnitFactors.size() ? state.Config.Fuel : 2;
-  if (fuel.Load(ui, plan, aircraft.Current, nav, fuelType)) out << Latin1ToUtf8(fuel.TripFuelLabel) << '\n';
+  PlanUi ui(out, err);
+  if (fuel.Load(ui, built->Plan, built->Aircraft.Current, nav, fuelType)) out << Latin1ToUtf8(fuel.TripFuelLabel) << '\n';
   return 0;
 }
 

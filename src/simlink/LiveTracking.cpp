@@ -38,10 +38,11 @@ double Distance60(float lat, float lon, float toLat, float toLon) {
   return d > 60 ? GcDistance(lat, lon, toLat, toLon) : d;
 }
 
-// The clock text of a number of minutes of the day; a flight that crosses
-// midnight goes on from 00:00.
-std::string ClockText(double minutes) {
-  double m = std::fmod(std::floor(minutes), 1440.0);
+// The clock text of a number of minutes of the day, rounded or, for the ETA
+// column, cut to whole minutes; a flight that crosses midnight goes on from
+// 00:00.
+std::string ClockText(double minutes, bool whole = false) {
+  double m = std::fmod(whole ? std::floor(minutes) : static_cast<double>(CLng(minutes)), 1440.0);
   if (m < 0) m += 1440;
   return MinutesToHours(m);
 }
@@ -328,7 +329,7 @@ void LiveTracking::TakeoffWork() {
       for (int row = lines - 1; row >= 0; --row) table.Cell(row + 1, WPTable::kEta).Text = "    ";
     for (int row = 0; row < lines; ++row) {
       s.EtaRunning += plan_.Waypoints[static_cast<size_t>(row)].LegTime;
-      table.Cell(row + 1, WPTable::kEta).Text = ClockText(s.EtaRunning);
+      table.Cell(row + 1, WPTable::kEta).Text = ClockText(s.EtaRunning, true);
     }
     if (s.TakeoffTime == 0) {
       s.TakeoffTime = s.LegStart;
