@@ -11,8 +11,12 @@ namespace orv {
 
 namespace {
 
-constexpr std::uint32_t kVersionWordsStart = 0x3304;  // 0x3304..0x3309 are the module's own
-constexpr std::uint32_t kVersionWordsEnd = 0x330A;
+// 0x3304..0x330B are the module's own: its version, the simulator's version
+// and the 0xFADE mark. A client's write to 0x330A tells the module its
+// library version and leaves the mark in place.
+constexpr std::uint32_t kVersionWordsStart = 0x3304;
+constexpr std::uint32_t kVersionWordsEnd = 0x330C;
+constexpr std::uint32_t kLibVersionOffset = 0x330A;
 constexpr std::uint32_t kProcessId = 0x0A11;
 
 std::uint32_t Get32(const std::uint8_t* p) { return OffsetImage::LoadLE<std::uint32_t>(p); }
@@ -145,6 +149,7 @@ bool ImagePartner::AnswerBlock(std::uint8_t* block, std::size_t size) {
       image_.ReadBytes(offset, data, static_cast<std::size_t>(inside));
       if (count > inside) std::memset(data + inside, 0, static_cast<std::size_t>(count - inside));
     } else {
+      if (offset == kLibVersionOffset && count == 2) libraryVersion_ = OffsetImage::LoadLE<std::uint16_t>(data);
       for (std::uint64_t i = 0; i < inside; ++i) {
         const std::uint64_t at = offset + i;
         if (at >= kVersionWordsStart && at < kVersionWordsEnd) continue;  // read-only

@@ -41,6 +41,8 @@ class ImagePartner : public IpcPlatform {
   void SleepMs(std::uint32_t ms) override;
 
   OffsetImage& Image() { return image_; }
+  // The library version the client wrote to 0x330A at open; -1 before.
+  std::int32_t LibraryVersion() const { return libraryVersion_; }
 
   // Answers one block as the module does, in place: fills reads, applies
   // writes, stops at the terminator. False for a block it cannot walk (an
@@ -56,6 +58,7 @@ class ImagePartner : public IpcPlatform {
   OffsetImage& image_;
   std::mutex* imageLock_;
   std::uint32_t lastError_ = 0;
+  std::int32_t libraryVersion_ = -1;
   std::string atomName_;
   std::uint16_t atom_ = 0;
   std::string mappingName_;

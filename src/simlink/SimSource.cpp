@@ -42,6 +42,10 @@ void ParkImage(OffsetImage& image, double lat, double lon, double altFeet, doubl
   image.Put<std::int16_t>(fsoff::DewPoint, 10 * 256);
   image.Put<std::uint16_t>(fsoff::Qnh, 16212);
   image.Put<std::int16_t>(fsoff::Visibility, 2000);
+  // The aircraft's identity as ATC knows it: tail number and type.
+  image.Fill(fsoff::AtcStrings, 0, 72);
+  image.WriteBytes(fsoff::AtcStrings + 12, "D-EORV", 6);
+  image.WriteBytes(fsoff::AtcStrings + 48, "Cessna 172", 10);
   PutModuleVersions(image);
 }
 
