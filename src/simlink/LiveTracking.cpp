@@ -158,7 +158,7 @@ void LiveTracking::TmGpsTick() {
 
 bool LiveTracking::LiveUpdate() {
   WPTable& table = panel_.Table;
-  if (table.TopRow > plan_.LastRow + 1) table.TopRow = 3;
+  if (host_.PlanPanelWidth() > 0 && table.TopRow > plan_.LastRow + 1) table.TopRow = 3;
   const float keptLat = Snap.Latitude, keptLon = Snap.Longitude;
   if (ReadLiveness(channel_) == 99) {
     LinkLost(keptLat, keptLon);

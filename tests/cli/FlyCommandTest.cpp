@@ -24,7 +24,6 @@ fs::path BuildFolder(const fs::path& root) {
   b.Put(b.Db("airport.orv"), Text(BuildAirportFile(db.Airports.Airports)));
   b.Put("\\database\\dijinter.orv", Text(BuildDijinterFile(db.Navaids)));
   b.Put("\\database\\jetways.orv", Text(BuildAirwayFile(db.Navaids.JetAirways)));
-  b.Put("\\database\\vicways.orv", Text(BuildAirwayFile({})));
   b.Put(std::string(kAircraftFile), FormatAircraftFile({test::FlightJet()}));
   return b.Build();
 }
