@@ -5,7 +5,9 @@
 
 #include "core/Geodesy.h"
 #include "core/Runtime.h"
+#include "map/RenderPass.h"
 #include "planning/FlightPlan.h"
+#include "simlink/LiveTracking.h"
 
 namespace orv {
 
@@ -100,6 +102,29 @@ void DrawLiveOverlay(DrawTarget& map, const ViewState& view, const FlightPlan& p
   if (plan.LastRow >= 1) DrawLiveActiveLeg(map, view, plan, o.ActiveRow, o.RouteColour);
   if (o.Aircraft) DrawLiveAircraft(map, view, o.Lat, o.Lon, o.TrueHeading, o.AircraftColour);
   if (o.Wind) DrawWindArrow(map, o.WindDir, o.WindSpeed, o.WindColour);
+}
+
+SimMapState LiveMapState(const LiveTracking& live) {
+  SimMapState s;
+  s.Connected = live.Connected();
+  s.MagVar = live.Snap.SimMagVar;
+  s.Lat = live.Snap.Latitude;
+  s.Lon = live.Snap.Longitude;
+  s.ActiveLegRow = live.State().ActiveRow;
+  return s;
+}
+
+LiveOverlay LiveOverlayOf(const LiveTracking& live) {
+  LiveOverlay o;
+  o.Aircraft = live.State().TrackingActive;
+  o.Lat = live.Snap.Latitude;
+  o.Lon = live.Snap.Longitude;
+  o.TrueHeading = live.Snap.TrueHeading;
+  o.ActiveRow = live.Connected() ? live.State().ActiveRow : 0;
+  o.Wind = live.Connected() && !live.Menus.MenuReplay;
+  o.WindDir = live.Snap.WindDir;
+  o.WindSpeed = live.Snap.WindSpeed;
+  return o;
 }
 
 }  // namespace orv

@@ -12,6 +12,8 @@
 namespace orv {
 
 struct FlightPlan;
+struct SimMapState;
+class LiveTracking;
 
 struct LiveOverlay {
   bool Aircraft = true;
@@ -40,5 +42,11 @@ void DrawLiveActiveLeg(DrawTarget& map, const ViewState& view, const FlightPlan&
 void DrawWindArrow(DrawTarget& map, int16_t windDir, int16_t windSpeed, Colour colour);
 // All three, as the tick draws them: leg, aircraft, wind.
 void DrawLiveOverlay(DrawTarget& map, const ViewState& view, const FlightPlan& plan, const LiveOverlay& overlay);
+
+// What the render pass needs of the link (its active leg and status fields)
+// and what the overlay draws, from the live tick's state; the colours are
+// left for the caller to set from the settings.
+SimMapState LiveMapState(const LiveTracking& live);
+LiveOverlay LiveOverlayOf(const LiveTracking& live);
 
 }  // namespace orv

@@ -233,7 +233,9 @@ void LiveTracking::SequenceTick() {
   const int last = std::min<int>(plan_.LastRow, kMaxPlanRow);
   s.ActiveRow = static_cast<int16_t>(std::clamp<int>(s.ActiveRow, 1, last));
   const WaypointRec& active = plan_.Waypoints[static_cast<size_t>(s.ActiveRow)];
+  const WaypointRec& previous = plan_.Waypoints[static_cast<size_t>(s.ActiveRow) - 1];
   const float lat = Snap.Latitude, lon = Snap.Longitude;
+  s.DistFromPrevious = static_cast<float>(Distance60(previous.Lat, previous.Lon, lat, lon));
 
   s.DesiredTrack = active.Course;
   const Leg toActive = LegTo(lat, lon, active.Lat, active.Lon);
@@ -250,7 +252,10 @@ void LiveTracking::SequenceTick() {
   // Deliberately TAS, not ground speed.
   if (Snap.Tas > 0) s.Ete = s.DistToActive * 60.0f / static_cast<float>(Snap.Tas);
 
-  if (s.GpsPage == kGpsPagePlan && !s.DirectActive) GpsPlanPage();
+  if (s.GpsPage == kGpsPagePlan && !s.DirectActive) {
+    GpsPlanPage();
+    host_.GpsNeedle(s.CourseError, s.CrossTrack);
+  }
   if (s.GpsPage == kGpsPageAirport) {
     const WaypointRec& dest = plan_.Waypoints[static_cast<size_t>(last)];
     const double d = Distance60(lat, lon, dest.Lat, dest.Lon);

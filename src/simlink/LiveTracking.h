@@ -57,6 +57,9 @@ public:
   virtual void ShowGpsWindow(bool show) {}
   // One text line of the GPS window at a vertical position, from the left.
   virtual void GpsLine(int y, std::string_view text, Colour colour) {}
+  // The course needle of the plan page: the course error and the
+  // cross-track distance (NM, right of the track positive).
+  virtual void GpsNeedle(float courseError, float crossTrack) {}
   // The aircraft symbol over the map (DrawLiveAircraft), heading true.
   virtual void DrawAircraft(float lat, float lon, float trueHeading) {}
   // The wind arrow over the map (DrawWindArrow).
@@ -138,6 +141,7 @@ struct LinkState {
   int32_t ProcedureRow = -1;
 
   // Figures of the last sequencing tick.
+  float DistFromPrevious = 0;  // NM from the row before the active one
   float Ete = 0;            // minutes to the active row
   float BearingShown = 0;   // magnetic
   float Bearing = 0;        // true
