@@ -18,6 +18,10 @@ constexpr Command kCommands[] = {
     {"load", "--appdir DIR load", CmdLoad},
     {"distance", "distance LAT1 LON1 LAT2 LON2", CmdDistance},
     {"plan", "--appdir DIR plan DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL]", CmdPlan},
+    {"fly",
+     "--appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--autopilot] "
+     "[--time-scale N]",
+     CmdFly},
     {"find", "find KIND TEXT", CmdFind},
     {"airport", "airport ICAO", CmdAirport},
     {"magvar", "magvar LAT LON", CmdMagvar},

@@ -33,6 +33,11 @@ int CmdLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 // plan on the loaded database and prints its table and totals. 1 when the
 // database does not load or no route exists.
 int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// fly DEP DEST [plan options] [--autopilot] [--time-scale N]: builds the plan
+// and flies it with the built-in simulator; prints takeoff, each passed
+// waypoint with its ATA cells, and the landing. 1 when it did not land at the
+// destination.
+int CmdFly(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdFind(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);

@@ -1,12 +1,13 @@
 // orvanta-cli plan DEP DEST: loads the database of an application folder as
 // the program does at start, builds a high altitude, low altitude or navaid
 // plan between the two airports and prints the plan table and its totals.
+#include <memory>
 #include <ostream>
 #include <string>
 
-#include "app/PlanCommands.h"
 #include "app/ProgramLoad.h"
 #include "cli/Cli.h"
+#include "cli/CliPlan.h"
 #include "cli/CliUi.h"
 #include "core/Clock.h"
 #include "core/Runtime.h"
@@ -41,59 +42,65 @@ int Refuse(std::ostream& err, const std::string& why) {
 
 }  // namespace
 
-int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
-  std::vector<std::string> airports;
-  PlanKind kind = PlanKind::HighAltitude;
-  int16_t aircraftNumber = 0;
-  int32_t level = -1;
+bool ParsePlanArgs(const Args& args, PlanArgs& out, Args& rest, std::string& why) {
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
-    if (a == "--high") kind = PlanKind::HighAltitude;
-    else if (a == "--low") kind = PlanKind::LowAltitude;
-    else if (a == "--navaid") kind = PlanKind::Navaid;
+    if (a == "--high") out.Kind = PlanKind::HighAltitude;
+    else if (a == "--low") out.Kind = PlanKind::LowAltitude;
+    else if (a == "--navaid") out.Kind = PlanKind::Navaid;
     else if (a == "--aircraft" || a == "--level") {
-      if (i + 1 >= args.size()) return Refuse(err, a + " needs a value");
+      if (i + 1 >= args.size()) {
+        why = a + " needs a value";
+        return false;
+      }
       std::string value = args[++i];
       if (a == "--aircraft") {
-        aircraftNumber = CInt(Val(value));
+        out.AircraftNumber = CInt(Val(value));
       } else {
         // "FL350" or "350": hundreds of feet either way.
         if (UCase(Left(value, 2)) == "FL") value = Mid(value, 3);
-        level = CLng(Val(value));
-        if (level <= 0) return Refuse(err, "not a flight level: '" + args[i] + "'");
+        out.Level = CLng(Val(value));
+        if (out.Level <= 0) {
+          why = "not a flight level: '" + args[i] + "'";
+          return false;
+        }
       }
     } else if (a.rfind("--", 0) == 0) {
-      return Refuse(err, "unknown option '" + a + "'");
+      rest.push_back(a);
     } else {
-      airports.push_back(a);
+      out.Airports.push_back(a);
     }
   }
-  if (airports.size() != 2) return Refuse(err, "expected the departure and the destination airport");
+  return true;
+}
 
-  ProgramState s(ctx.appDir);
-  s.AircraftNumber = aircraftNumber;
+int BuildPlan(const PlanArgs& args, std::string_view command, std::ostream& out, std::ostream& err,
+              ProgramState& s) {
+  const std::string name(command);
+  s.AircraftNumber = args.AircraftNumber;
   PlanUi ui(out, err);
   SystemClock clock;
   if (LoadProgram(s, ui, clock).ProgramEnds()) return 1;
   if (s.Aircraft.List.empty()) {
-    err << "plan: no aircraft in " << s.Core.Folder.Resolve(kAircraftFile).string() << "\n";
+    err << name << ": no aircraft in " << s.Core.Folder.Resolve(kAircraftFile).string() << "\n";
     return 1;
   }
-  if (level > 0) s.Aircraft.Current.CruiseLevel = level;
+  if (args.Level > 0) s.Aircraft.Current.CruiseLevel = args.Level;
 
   int32_t ends[2];
   for (int k = 0; k < 2; ++k) {
-    ends[k] = FindAirportIndex(s.Db, airports[static_cast<std::size_t>(k)]);
+    ends[k] = FindAirportIndex(s.Db, args.Airports[static_cast<std::size_t>(k)]);
     if (ends[k] < 0) {
-      err << "plan: unknown airport '" << airports[static_cast<std::size_t>(k)] << "'\n";
+      err << name << ": unknown airport '" << args.Airports[static_cast<std::size_t>(k)] << "'\n";
       return 1;
     }
   }
   SetPlanEnds(s, ends[0], ends[1]);
-  // The command has no navaid buttons: a navaid plan may use every kind.
   s.Layers.btnVor = s.Layers.btnNdb = s.Layers.btnInter = true;
-  if (!CreatePlan(s, kind, ui)) return 1;
+  return CreatePlan(s, args.Kind, ui) ? 0 : 1;
+}
 
+void PrintPlan(ProgramState& s, std::ostream& out, std::ostream& err) {
   const PlanPanel& panel = s.Panel;
   const WPTable& table = panel.Table;
   for (int line = 0; line < table.Rows(); ++line) {
@@ -109,8 +116,22 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
   out << "Flight level: " << panel.LevelBox << '\n';
   FuelWindow fuel;
   NavLookupDb nav(s.Db, s.Core.ParkingNames);
-  int fuelType = s.Core.Config.Fuel < kFuelUnitFactors.size() ? s.Core.Config.Fuel : 2;
+  const int fuelType = s.Core.Config.Fuel < kFuelUnitFactors.size() ? s.Core.Config.Fuel : 2;
+  PlanUi ui(out, err);
   if (fuel.Load(ui, s.Plan, s.Aircraft.Current, nav, fuelType)) out << Latin1ToUtf8(fuel.TripFuelLabel) << '\n';
+}
+
+int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
+  PlanArgs planArgs;
+  Args rest;
+  std::string why;
+  if (!ParsePlanArgs(args, planArgs, rest, why)) return Refuse(err, why);
+  if (!rest.empty()) return Refuse(err, "unknown option '" + rest[0] + "'");
+  if (planArgs.Airports.size() != 2) return Refuse(err, "expected the departure and the destination airport");
+
+  auto s = std::make_unique<ProgramState>(ctx.appDir);
+  if (int code = BuildPlan(planArgs, "plan", out, err, *s)) return code;
+  PrintPlan(*s, out, err);
   return 0;
 }
 
