@@ -1,9 +1,12 @@
 #include "app/MainWindowController.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/Settings.h"
 #include "map/MainMenu.h"
+#include "simlink/ImagePartner.h"
+#include "simlink/SimSource.h"
 
 namespace orv {
 
@@ -36,8 +39,58 @@ constexpr std::array<PlanEntry, 3> kPlanEntries = {{
 
 }  // namespace
 
-MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers)
-    : s_(s), view_(view), ui_(ui), timers_(timers), geo_(s.Db.MagVar) {}
+// The live tick's window: the main window's view, seen through the link's
+// interface.
+class MainWindowController::LinkHost : public LiveHost {
+public:
+  explicit LinkHost(MainWindowView& v) : v_(v) {}
+  void FocusMap() override { v_.FocusMap(); }
+  void DrawMap() override { v_.DrawMap(); }
+  void SetMapStatus(int field, std::string_view text) override { v_.SetMapStatus(field, text); }
+  void RepositionMeasure() override { v_.RepositionMeasure(); }
+  void RestoreMapPicture() override { v_.RestoreMapPicture(); }
+  void ShowGpsWindow(bool show) override { v_.ShowGpsWindow(show); }
+  void GpsLine(int y, std::string_view text, Colour colour) override { v_.GpsLine(y, text, colour); }
+  void DrawAircraft(float lat, float lon, float trueHeading) override { v_.DrawAircraft(lat, lon, trueHeading); }
+  void DrawWind(int16_t windDir, int16_t windSpeed) override { v_.DrawWind(windDir, windSpeed); }
+  void ShowExtendedTable() override { v_.ShowExtendedTable(); }
+  void TimesChanged() override { v_.TimesChanged(); }
+  bool Minimised() const override { return v_.Minimised(); }
+  double PlanPanelWidth() const override { return v_.PlanPanelWidth(); }
+  double MapWidth() const override { return v_.MapWidth(); }
+  double MapHeight() const override { return v_.MapHeight(); }
+  void OnPassed(int) override { v_.RefreshPlanTable(); }
+
+private:
+  MainWindowView& v_;
+};
+
+namespace {
+
+// The built-in simulator answers at once, so the channel's pauses between
+// retries need no wall-clock time.
+class BuiltinPartner : public ImagePartner {
+public:
+  using ImagePartner::ImagePartner;
+  void SleepMs(std::uint32_t) override {}
+};
+
+// A longer gap (a stopped debugger, a suspended laptop) is not flown all at
+// once: the simulated aircraft moves on by this much at most per tick.
+constexpr int64_t kMaxStepMs = 2000;
+
+}  // namespace
+
+MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers,
+                                           const Clock& clock)
+    : s_(s), view_(view), ui_(ui), timers_(timers), clock_(clock), geo_(s.Db.MagVar),
+      linkHost_(std::make_unique<LinkHost>(view)) {}
+
+MainWindowController::~MainWindowController() {
+  // The link refers to the window's host: it goes first.
+  s_.Sim.Autopilot.reset();
+  s_.Sim.Live.reset();
+}
 
 void MainWindowController::Load(float lat, float lon) {
   MainWindowState toggles = s_.Toggles();
@@ -62,7 +115,7 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
   if (!e) return false;
   if (e->kind == MenuKind::Heading) return true;
   if (e->kind == MenuKind::Toggle && IsWindowToggle(name)) return true;
-  if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit") return true;
+  if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit" || name == "MenuLocal") return true;
   for (const WindowEntry& w : kWindowEntries)
     if (w.Menu == name) return true;
   for (const PlanEntry& p : kPlanEntries)
@@ -95,7 +148,68 @@ bool MainWindowController::Menu(std::string_view name) {
     view_.CloseProgram();
     return true;
   }
+  if (name == "MenuLocal") {
+    ConnectClick();
+    return true;
+  }
   return false;
+}
+
+bool MainWindowController::OpenLink() {
+  SimSession& sim = s_.Sim;
+  if (sim.Live) return true;
+  if (sim.Source == kBuiltinSource) {
+    sim.Image = std::make_unique<OffsetImage>();
+    sim.Builtin = std::make_unique<BuiltinSim>(*sim.Image, &s_.Db.MagVar);
+    sim.Builtin->SetPerformance(PerformanceOf(s_.Aircraft.Current));
+    const DateTime utc = clock_.NowUtc();
+    sim.Builtin->SetUtcSeconds(utc.hour * 3600.0 + utc.minute * 60.0 + utc.second);
+    if (s_.Plan.LastRow >= 1) {
+      sim.Builtin->Park(RouteFromPlan(s_.Plan, s_.Db.Airports.Airports).Departure);
+    } else {
+      SimRunwayEnd here;
+      here.Lat = s_.View.CntrLat;
+      here.Lon = s_.View.CntrLon;
+      sim.Builtin->Park(here);
+    }
+    sim.Platform = std::make_unique<BuiltinPartner>(*sim.Image);
+  } else {
+    std::string error;
+    sim.Platform = OpenSimSource(sim.Source, error);
+    if (!sim.Platform) {
+      ui_.MsgBox(std::string(kUnableToConnect) + ": " + error);
+      return false;
+    }
+  }
+  sim.Channel = std::make_unique<FsuipcChannel>(*sim.Platform);
+  sim.Geo = std::make_unique<MapGeodesy>(s_.Db.MagVar);
+  const int fuel = s_.Core.Config.Fuel < 4 ? s_.Core.Config.Fuel : 2;
+  sim.Live = std::make_unique<LiveTracking>(*sim.Channel, timers_, ui_, *linkHost_, s_.Plan, s_.Panel, s_.View,
+                                            *sim.Geo, fuel);
+  sim.Autopilot = std::make_unique<AutopilotCoupling>(*sim.Live);
+  return true;
+}
+
+void MainWindowController::ConnectClick() {
+  SimSession& sim = s_.Sim;
+  const bool wasConnected = sim.Connected();
+  if (!OpenLink()) return;
+  sim.Live->MenuLocalClick();
+  if (!wasConnected && sim.Connected() && sim.Builtin && s_.Plan.LastRow >= 1)
+    sim.Builtin->Fly(RouteFromPlan(s_.Plan, s_.Db.Airports.Airports));
+  sim.LastStepMs = clock_.TickMs();
+  view_.SyncChecks();
+}
+
+void MainWindowController::StepBuiltin() {
+  SimSession& sim = s_.Sim;
+  if (!sim.Builtin) return;
+  const int64_t now = clock_.TickMs();
+  if (sim.LastStepMs >= 0) {
+    const int64_t ms = std::min(now - sim.LastStepMs, kMaxStepMs);
+    if (ms > 0) sim.Builtin->Step(ms / 1000.0 * sim.TimeScale);
+  }
+  sim.LastStepMs = now;
 }
 
 bool MainWindowController::Button(std::string_view name, bool value) {
@@ -150,7 +264,19 @@ bool MainWindowController::BuildPlan(PlanKind kind) {
 }
 
 void MainWindowController::OnTimer(TimerId id) {
-  if (id == TimerId::Clock) ClockTick();
+  SimSession& sim = s_.Sim;
+  switch (id) {
+    case TimerId::Clock: ClockTick(); break;
+    case TimerId::Gps:
+      if (!sim.Live) break;
+      StepBuiltin();
+      sim.Live->TmGpsTick();
+      break;
+    case TimerId::AutoPilot:
+      if (sim.Autopilot) sim.Autopilot->TmAutoPilotTick();
+      break;
+    case TimerId::MousePos: break;
+  }
 }
 
 void MainWindowController::ClockTick() {

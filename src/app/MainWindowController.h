@@ -5,6 +5,7 @@
 // same controller with a recording view.
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include "app/PlanCommands.h"
@@ -31,11 +32,25 @@ public:
   // Reduced mode on or off: the top menus of ReducedModeHiddenMenus, the
   // button bar and the status line hide or show.
   virtual void ShowReduced(bool on) = 0;
+
+  // What the simulator link draws and shows (see LiveHost).
+  virtual void RestoreMapPicture() {}
+  virtual void DrawAircraft(float lat, float lon, float trueHeading) {}
+  virtual void DrawWind(int16_t windDir, int16_t windSpeed) {}
+  virtual void ShowGpsWindow(bool show) {}
+  virtual void GpsLine(int y, std::string_view text, Colour colour) {}
+  virtual void ShowExtendedTable() {}
+  virtual void TimesChanged() {}
+  virtual bool Minimised() const { return false; }
+  virtual double PlanPanelWidth() const { return 0; }
+  virtual double MapWidth() const { return 10000; }
+  virtual double MapHeight() const { return 7000; }
 };
 
 class MainWindowController {
 public:
-  MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers);
+  MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers, const Clock& clock);
+  ~MainWindowController();
 
   // The window's load, deep in its order: the toggles from the settings, the
   // view on the given centre at the saved zoom step, the zoom label, the
@@ -69,19 +84,29 @@ public:
   // Builds a plan between the chosen airports and shows it.
   bool BuildPlan(PlanKind kind);
 
+  // "Connect to FS": opens the link to the chosen simulator source, or closes
+  // it when connected. With the built-in simulator and a plan in memory the
+  // simulated aircraft takes off from the departure runway and flies it.
+  void ConnectClick();
+
   // A tick of one of the window's timers.
   void OnTimer(TimerId id);
   // The window's caption, as the Clock tick leaves it.
   const std::string& Caption() const { return caption_; }
 
 private:
+  class LinkHost;
   void ClockTick();
+  bool OpenLink();
+  void StepBuiltin();
 
   ProgramState& s_;
   MainWindowView& view_;
   Ui& ui_;
   Timers& timers_;
+  const Clock& clock_;
   MapGeodesy geo_;
+  std::unique_ptr<LinkHost> linkHost_;
   std::string caption_ = std::string(kAppTitle);
 };
 

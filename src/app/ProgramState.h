@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/SimSession.h"
 #include "core/AppState.h"
 #include "database/NavDatabase.h"
 #include "map/MainWindowLogic.h"
@@ -17,14 +18,6 @@
 #include "planning/WPTable.h"
 
 namespace orv {
-
-// The simulator link's part of the state: which simulator the link talks to
-// and whether it is up. The link fills in the rest as it grows.
-struct SimSlot {
-  std::string Source = "builtin";  // the simulator source the user chose
-  bool LinkActive = false;         // a live position exists
-  bool TrackingActive = false;
-};
 
 // The online part: what the download manager, the network readers, the
 // weather and the oceanic tracks hold. Filled by the online modules.
@@ -53,7 +46,7 @@ struct ProgramState {
   MapHighlight Highlight;   // the object the hover or a search picked
   MapOverlays Overlays;     // inputs of the live layers
 
-  SimSlot Sim;
+  SimSession Sim;
   OnlineSlot Online;
 
   // The view of the toggles that one click may change.

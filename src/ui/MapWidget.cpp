@@ -71,6 +71,19 @@ void MapWidget::Redraw() {
   update();
 }
 
+void MapWidget::RestoreBackground() {
+  if (!map_ || dirty_) return;  // a pass is due anyway
+  map_->CopyPicture(*back_);
+  update();
+}
+
+void MapWidget::DrawOver(const std::function<void(DrawTarget&)>& draw) {
+  EnsureTargets();
+  if (dirty_) Redraw();
+  draw(*map_);
+  update();
+}
+
 void MapWidget::paintEvent(QPaintEvent*) {
   if (dirty_ || !map_) Redraw();
   QPainter p(this);

@@ -44,6 +44,11 @@ public:
   // The surface's user scale for the present size; the view's zoom step
   // is kept.
   void PrepareSurface();
+  // The clean picture of the last pass back onto the map (VMap(0) copied
+  // over Map), before the live layers draw on it again.
+  void RestoreBackground();
+  // Draws over the map picture in the map's units, then repaints.
+  void DrawOver(const std::function<void(DrawTarget&)>& draw);
 
   // Key codes in the numbering of the key handler (Page Up 33, plus 107, ...).
   std::function<void(int keyCode)> onKey;

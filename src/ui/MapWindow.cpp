@@ -14,6 +14,7 @@
 
 #include "map/MainMenu.h"
 #include "mapqt/MapPicture.h"
+#include "simlink/LiveDraw.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
 #include "ui/QtUi.h"
@@ -68,8 +69,8 @@ constexpr int kTwips = static_cast<int>(kTwipsPerPixel);
 
 }  // namespace
 
-MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& timers)
-    : QObject(&window), w_(window), s_(state), controller_(state, *this, ui, timers) {
+MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& timers, const Clock& clock)
+    : QObject(&window), w_(window), s_(state), controller_(state, *this, ui, timers, clock) {
   // The surface, the panels and the menus first; the controller's load then
   // sets the toggles from the settings, the view and the zoom label, and
   // MapReady at the very end.
@@ -174,6 +175,33 @@ void MapWindow::ShowReduced(bool on) {
 }
 
 void MapWindow::FocusMap() { map_->setFocus(); }
+
+void MapWindow::RestoreMapPicture() { map_->RestoreBackground(); }
+
+void MapWindow::DrawAircraft(float lat, float lon, float trueHeading) {
+  map_->DrawOver([&](DrawTarget& t) { DrawLiveAircraft(t, s_.View, lat, lon, trueHeading, s_.Core.Config.MovAc); });
+}
+
+void MapWindow::DrawWind(int16_t windDir, int16_t windSpeed) {
+  map_->DrawOver([&](DrawTarget& t) { DrawWindArrow(t, windDir, windSpeed, s_.Core.Config.Wind); });
+}
+
+void MapWindow::ShowGpsWindow(bool show) {
+  if (QAction* a = w_.Action("MenuGPSWindow")) a->setChecked(show);
+  if (onGpsWindow) onGpsWindow(show);
+}
+
+void MapWindow::GpsLine(int y, std::string_view text, Colour colour) {
+  if (onGpsLine) onGpsLine(y, text, colour);
+}
+
+bool MapWindow::Minimised() const { return w_.isMinimized(); }
+
+double MapWindow::PlanPanelWidth() const { return planDock_->isVisible() ? planDock_->width() * kTwips : 0.0; }
+
+double MapWindow::MapWidth() const { return map_->width() * kTwips; }
+
+double MapWindow::MapHeight() const { return map_->height() * kTwips; }
 
 void MapWindow::DrawMap() {
   map_->PrepareSurface();

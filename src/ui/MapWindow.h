@@ -29,12 +29,15 @@ class PlanTableModel;
 class MapWindow : public QObject, public MainWindowView {
   Q_OBJECT
 public:
-  MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& timers);
+  MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& timers, const Clock& clock);
   ~MapWindow() override;
 
   MainWindowController& Controller() { return controller_; }
   // Side windows the controller opens, by name ("frmFind", "OVRLL", ...).
   std::function<void(std::string_view)> onOpenWindow;
+  // The GPS window shown or closed by the link, and its text lines.
+  std::function<void(bool)> onGpsWindow;
+  std::function<void(int, std::string_view, Colour)> onGpsLine;
 
   MapWidget* Map() { return map_; }
   QToolBar* ToggleBar() { return toggles_; }
@@ -57,6 +60,16 @@ public:
   void CloseProgram() override;
   void RefreshPlanTable() override;
   void ShowReduced(bool on) override;
+  void RestoreMapPicture() override;
+  void DrawAircraft(float lat, float lon, float trueHeading) override;
+  void DrawWind(int16_t windDir, int16_t windSpeed) override;
+  void ShowGpsWindow(bool show) override;
+  void GpsLine(int y, std::string_view text, Colour colour) override;
+  void ShowExtendedTable() override { RefreshPlanTable(); }
+  bool Minimised() const override;
+  double PlanPanelWidth() const override;
+  double MapWidth() const override;
+  double MapHeight() const override;
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

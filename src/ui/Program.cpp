@@ -107,7 +107,7 @@ bool Program::Start() {
 
 void Program::ShowFirstWindow() {
   main_ = std::make_unique<MainWindow>();
-  mapWindow_ = new MapWindow(*main_, state_, ui_, timers_);
+  mapWindow_ = new MapWindow(*main_, state_, ui_, timers_, clock_);
   MainWindowController& controller = mapWindow_->Controller();
   main_->onMenu = [&controller](const std::string& name) { controller.Menu(name); };
   mapWindow_->onOpenWindow = [this](std::string_view name) { OpenWindow(name); };

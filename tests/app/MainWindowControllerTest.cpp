@@ -5,8 +5,11 @@
 
 #include <filesystem>
 
+#include "core/Geodesy.h"
+
 #include "app/MainWindowController.h"
 #include "map/MainMenu.h"
+#include "support/FakeClock.h"
 #include "support/ScriptedUi.h"
 #include "support/SmallWorld.h"
 #include "support/TempDir.h"
@@ -38,7 +41,8 @@ struct Fixture {
   RecordingView view;
   test::ScriptedUi ui;
   ManualTimers timers;
-  MainWindowController c{s, view, ui, timers};
+  test::FakeClock clock;
+  MainWindowController c{s, view, ui, timers, clock};
 
   Fixture() {
     test::BuildSmallWorld(s.Db);
@@ -119,6 +123,30 @@ TEST(MainWindowController, ClockTickCountsTheDownloadInTheCaption) {
   f.timers.Advance(1000, [&](TimerId id) { f.c.OnTimer(id); });
   EXPECT_EQ(f.c.Caption(), "Orvanta");
   EXPECT_EQ(f.ui.Texts("caption"), (std::vector<std::string>{"Orvanta - DLC: 3 / 12", "Orvanta"}));
+}
+
+TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
+  Fixture f;
+  SetPlanEnds(f.s, 0, 1);
+  f.c.Menu("MenuCreateNavaid");
+  ASSERT_GE(f.s.Plan.LastRow, 1);
+  f.c.Menu("MenuLocal");
+  ASSERT_TRUE(f.s.Sim.Connected());
+  EXPECT_TRUE(f.timers.Enabled(TimerId::Gps));
+  const float lat0 = f.s.Sim.Live->Snap.Latitude, lon0 = f.s.Sim.Live->Snap.Longitude;
+  // Five minutes of window time: the aircraft takes off and moves along the
+  // plan (the two airports are 25 NM apart).
+  f.timers.Advance(300000, [&](TimerId id) {
+    f.clock.tickMs += 250;
+    f.c.OnTimer(id);
+  });
+  const SimSnapshot& snap = f.s.Sim.Live->Snap;
+  EXPECT_EQ(snap.Airborne, -1);
+  EXPECT_GT(GcDistance(lat0, lon0, snap.Latitude, snap.Longitude), 3.0);
+  EXPECT_EQ(f.s.View.CurrentLat, snap.Latitude);
+  f.c.Menu("MenuLocal");
+  EXPECT_FALSE(f.s.Sim.Connected());
+  EXPECT_FALSE(f.timers.Enabled(TimerId::Gps));
 }
 
 TEST(ManualTimers, FireInDeadlineOrderFromWhenEnabled) {

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "support/FakeClock.h"
 #include "support/ScriptedUi.h"
 #include "support/SmallWorld.h"
 #include "support/TempDir.h"
@@ -33,12 +34,13 @@ struct MapFixture {
   ViewState& view = program.View;
   test::ScriptedUi ui;
   ManualTimers timers;
+  test::FakeClock clock;
   MainWindow window;
   MapWindow* map = nullptr;
 
   MapFixture() {
     test::BuildSmallWorld(program.Db);
-    map = new MapWindow(window, program, ui, timers);
+    map = new MapWindow(window, program, ui, timers, clock);
     map->Controller().Load(50.0f, 8.0f);
     window.onMenu = [this](const std::string& name) { map->Controller().Menu(name); };
     window.resize(900, 650);
