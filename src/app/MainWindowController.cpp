@@ -115,7 +115,9 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
   if (!e) return false;
   if (e->kind == MenuKind::Heading) return true;
   if (e->kind == MenuKind::Toggle && IsWindowToggle(name)) return true;
-  if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit" || name == "MenuLocal") return true;
+  if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit" || name == "MenuLocal" ||
+      name == "MenuGPSWindow")
+    return true;
   for (const WindowEntry& w : kWindowEntries)
     if (w.Menu == name) return true;
   for (const PlanEntry& p : kPlanEntries)
@@ -150,6 +152,17 @@ bool MainWindowController::Menu(std::string_view name) {
   }
   if (name == "MenuLocal") {
     ConnectClick();
+    return true;
+  }
+  if (name == "MenuGPSWindow") {
+    // The GPS window lives with the link: without one there is nothing to show.
+    if (s_.Sim.Connected()) {
+      bool& shown = s_.Sim.Live->Menus.MenuGPSWindow;
+      shown = !shown;
+      view_.ShowGpsWindow(shown);
+    } else {
+      ui_.Beep();
+    }
     return true;
   }
   return false;
@@ -271,6 +284,7 @@ void MainWindowController::OnTimer(TimerId id) {
       if (!sim.Live) break;
       StepBuiltin();
       sim.Live->TmGpsTick();
+      gps_.Update();
       break;
     case TimerId::AutoPilot:
       if (sim.Autopilot) sim.Autopilot->TmAutoPilotTick();

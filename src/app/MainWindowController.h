@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "app/GpsWindow.h"
 #include "app/PlanCommands.h"
 #include "app/ProgramState.h"
 #include "core/Clock.h"
@@ -89,6 +90,9 @@ public:
   // simulated aircraft takes off from the departure runway and flies it.
   void ConnectClick();
 
+  // frmGPSMM's buttons.
+  GpsWindowLogic& Gps() { return gps_; }
+
   // A tick of one of the window's timers.
   void OnTimer(TimerId id);
   // The window's caption, as the Clock tick leaves it.
@@ -107,6 +111,7 @@ private:
   const Clock& clock_;
   MapGeodesy geo_;
   std::unique_ptr<LinkHost> linkHost_;
+  GpsWindowLogic gps_{s_, view_};
   std::string caption_ = std::string(kAppTitle);
 };
 

@@ -153,6 +153,10 @@ void MapWindow::SyncChecks() {
     if (const bool* value = ButtonSwitch(logic, name)) a->setChecked(*value);
   }
   toggles_->setVisible(s_.Window.ToggleBar);
+  if (QAction* a = w_.Action("MenuLocal")) {
+    a->setCheckable(true);
+    a->setChecked(s_.Sim.Connected());
+  }
 }
 
 void MapWindow::OpenWindow(std::string_view name) {

@@ -14,6 +14,7 @@
 #include "ui/AircraftDialog.h"
 #include "ui/AirportSelectWindow.h"
 #include "ui/FuelWindow.h"
+#include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
 #include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
@@ -112,6 +113,13 @@ void Program::ShowFirstWindow() {
   main_->onMenu = [&controller](const std::string& name) { controller.Menu(name); };
   mapWindow_->onOpenWindow = [this](std::string_view name) { OpenWindow(name); };
   timers_.onTick = [&controller](TimerId id) { controller.OnTimer(id); };
+  mapWindow_->onGpsWindow = [this, &controller](bool show) {
+    if (show && !gpsWindow_) gpsWindow_ = std::make_unique<GpsWindow>(controller.Gps(), main_.get());
+    if (gpsWindow_) gpsWindow_->setVisible(show);
+  };
+  mapWindow_->onGpsLine = [this](int y, std::string_view text, Colour colour) {
+    if (gpsWindow_) gpsWindow_->SetLine(y, text, colour);
+  };
   // ORV_SCREENSHOT=file.png: the window's picture is saved after its first
   // paint and the program ends (for documentation pictures). It is centred
   // on the airport ORV_SCREENSHOT_AT names, else on the first one, so that

@@ -19,6 +19,7 @@ namespace orv::ui {
 class AircraftDialog;
 class AirportSelectWindow;
 class FuelDialog;
+class GpsWindow;
 class HelpWindow;
 class FindWindow;
 class MainWindow;
@@ -75,6 +76,7 @@ private:
   std::unique_ptr<FuelDialog> fuelWindow_;
   std::unique_ptr<AircraftDialog> aircraftWindow_;
   std::unique_ptr<HelpWindow> helpWindow_;
+  std::unique_ptr<GpsWindow> gpsWindow_;
 };
 
 // Where the program's data folder is: --appdir DIR on the command line; else
