@@ -683,27 +683,40 @@ void BuildAirwayGraph(const XPlaneSources& src, AirwayGraph& g, BuiltDatabase& o
   }
 }
 
-// Slots: airway nodes first, each group by ident, until the 40001 are used.
+// Slots. When there are more points than the 40001 slots, the airway
+// points are chosen first (each group by ident), so that no airway loses a
+// node to a fix off the airways. The chosen points are then stored south to
+// north: the navaid plan scans the intersections from near its last hit in
+// the direction of the leg, and a table sorted by latitude makes the first
+// hit of that scan the point nearest the route rather than the
+// alphabetically first one.
 void AssignSlots(AirwayGraph& g, BuiltDatabase& out, std::map<std::string, int>& seen) {
   std::vector<Node>& nodes = g.Nodes;
   std::vector<int> order(nodes.size());
   for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
+  if (order.size() > kIntersectionSlots) {
+    std::sort(order.begin(), order.end(), [&](int x, int y) {
+      const Node& a = nodes[x];
+      const Node& b = nodes[y];
+      if (a.OnAirway != b.OnAirway) return a.OnAirway;
+      if (a.Ident != b.Ident) return a.Ident < b.Ident;
+      if (a.Lat != b.Lat) return a.Lat < b.Lat;
+      return a.Lon < b.Lon;
+    });
+    int64_t airwayNodesLeft = 0;
+    for (std::size_t i = kIntersectionSlots; i < order.size(); ++i) airwayNodesLeft += nodes[order[i]].OnAirway;
+    if (airwayNodesLeft)
+      Note(out, seen, "slots", std::to_string(airwayNodesLeft) + " airway points found no intersection slot (40001 at most)");
+    order.resize(kIntersectionSlots);
+  }
   std::sort(order.begin(), order.end(), [&](int x, int y) {
     const Node& a = nodes[x];
     const Node& b = nodes[y];
-    if (a.OnAirway != b.OnAirway) return a.OnAirway;
-    if (a.Ident != b.Ident) return a.Ident < b.Ident;
     if (a.Lat != b.Lat) return a.Lat < b.Lat;
-    return a.Lon < b.Lon;
+    if (a.Lon != b.Lon) return a.Lon < b.Lon;
+    return a.Ident < b.Ident;
   });
-  int32_t slots = 0;
-  int64_t airwayNodesLeft = 0;
-  for (int id : order) {
-    if (slots < static_cast<int32_t>(kIntersectionSlots)) nodes[id].Slot = slots++;
-    else if (nodes[id].OnAirway) ++airwayNodesLeft;
-  }
-  if (airwayNodesLeft)
-    Note(out, seen, "slots", std::to_string(airwayNodesLeft) + " airway points found no intersection slot (40001 at most)");
+  for (std::size_t i = 0; i < order.size(); ++i) nodes[order[i]].Slot = static_cast<int32_t>(i);
 }
 
 // The airway segments between slotted nodes, and the links each node keeps
