@@ -18,6 +18,11 @@ namespace {
 
 constexpr double kEarthRadiusNm = 3440.065;
 constexpr std::size_t kKeptNotes = 5;
+// The radius of a VOR's compass rose in NM, stored as VorRec::Value (see
+// docs/dbm-mapping.md): 2 NM draws the rose (51 units or more) at every
+// label below 200 even in the smallest map window, and keeps its 16-bit
+// radius below 32767 at label 1 in pictures up to 1090 pixels tall.
+constexpr float kVorRoseNm = 2.0f;
 
 double Radians(double deg) { return deg * std::numbers::pi / 180.0; }
 
@@ -494,7 +499,7 @@ VorRec MakeVor(const SrcNavaid& n, int16_t typeCode, const MagVarGrid& grid) {
   v.Lon = static_cast<float>(n.Lon);
   v.Frequency = static_cast<float>(n.Frequency / 100.0);
   v.MagVar = MagVarOf(grid, n.Lat, n.Lon);
-  v.Value = static_cast<float>(n.RangeNm);
+  v.Value = kVorRoseNm;
   v.TypeCode = typeCode;
   v.TypeName = VorTypeName(v.TypeCode);
   return v;

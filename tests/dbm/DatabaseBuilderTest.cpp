@@ -227,7 +227,11 @@ TEST(Mapping, SmallWorldBecomesTheTables) {
   EXPECT_EQ(nav.Vors[0].TypeName.Trimmed(), "VOR-DME");
   EXPECT_EQ(nav.Vors[0].Name.Trimmed(), "FRANKFURT");
   EXPECT_FLOAT_EQ(nav.Vors[0].Frequency, 114.2f);
-  EXPECT_FLOAT_EQ(nav.Vors[0].Value, 130.0f);
+  // The rose's radius, not the 130 NM range: at label 150 in the smallest
+  // window (4980 twips, zoom factor 0.5835) the pass's radius is
+  // CInt(2 / 60 * 2800 * 0.5835) = 54, above the 51 that draws a rose; at
+  // label 1 on a 1000-pixel picture it is 2 / 60 * 420000 * 15 / 7 = 30000.
+  EXPECT_FLOAT_EQ(nav.Vors[0].Value, 2.0f);
   ASSERT_EQ(nav.Ndbs.size(), 1u);
   EXPECT_EQ(nav.Ndbs[0].TypeText.Trimmed(), "5");
   EXPECT_FLOAT_EQ(nav.Ndbs[0].Frequency, 344.0f);
