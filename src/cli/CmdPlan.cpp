@@ -103,6 +103,7 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 
   FlightPlan plan;
   PlanPanel panel;
+  panel.Table.SetFuelUnitOf(state);
   PlanEditor editor(plan, panel, aircraft.Current, nav);
   plan.Waypoints[0] = AirportRow(db.Airports, ends[0]);
   plan.Waypoints[1] = AirportRow(db.Airports, ends[1]);
