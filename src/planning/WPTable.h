@@ -56,7 +56,9 @@ public:
 
   int ColWidth(int col) const;
   bool Extended() const { return extended_; }
-  // menuExtTable: opens columns 7 to 10.
+  // Extended Table (menuExtTable), or the takeoff of live tracking: opens
+  // columns 7 to 10 (ATA, GS, Altitude, Fuel) with 500, 600, 700 and 950;
+  // closed they are 1 wide. The window sizes its columns by ColWidth.
   void SetExtended(bool on) { extended_ = on; }
   // The unit in the heading of column 10 ("gal", "lbs", "kg", "lit").
   void SetFuelUnit(std::string_view unit);
