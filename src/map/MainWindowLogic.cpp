@@ -68,7 +68,7 @@ constexpr PlainToggle kPlain[] = {
     {"MenuLatLong", Owner::Layers, &MapLayers::MenuLatLong, nullptr, nullptr, true, true},
     {"MenuTraceActive", Owner::Layers, &MapLayers::MenuTraceActive, nullptr, nullptr, false, true},
     {"menuShowAlt", Owner::Layers, &MapLayers::menuShowAlt, nullptr, nullptr, false, true},
-    {"MenuViolation", Owner::Layers, &MapLayers::MenuViolation, nullptr, nullptr, false, false},
+    {"MenuViolation", Owner::Layers, &MapLayers::MenuViolation, nullptr, nullptr, false, true},
     {"MenuAoM", Owner::View, nullptr, &ViewState::AircraftOnMap, nullptr, true, false},
     {"menuAutozoom", Owner::View, nullptr, &ViewState::Autozoom, nullptr, true, false},
     {"menuRoundWorld", Owner::View, nullptr, &ViewState::RoundWorld, nullptr, true, true},

@@ -117,6 +117,13 @@ TEST(MainWindowToggles, AirspaceClassesLabelButtonsAndPlainToggles) {
   EXPECT_FALSE(f.layers.MenuCompass);
   EXPECT_EQ(f.host.log, (Log{"focus", "draw"}));
 
+  // Control Zone Violation is a check mark the render pass reads.
+  f.host.log.clear();
+  ASSERT_TRUE(MenuToggleClicked(f.state, "MenuViolation", f.host));
+  EXPECT_TRUE(f.layers.MenuViolation);
+  EXPECT_TRUE(MenuChecked(f.state, "MenuViolation"));
+  EXPECT_EQ(f.host.log, (Log{"draw"}));
+
   // Extended Table opens ATA, GS, Altitude and Fuel; closed they are 1 wide.
   WPTable table;
   f.state.Table = &table;
