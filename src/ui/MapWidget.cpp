@@ -58,6 +58,9 @@ void MapWidget::EnsureTargets() {
 void MapWidget::PrepareSurface() {
   if (!map_) return;
   PrepareMapPicture(*map_, src_.View, src_.View.ZoomIndex);
+  // The window's zoom factor is its whole height over 8535 twips, not the
+  // picture's height over 7000.
+  ApplyWindowZoomFactor(src_.View, window()->height() * kTwipsPerPixel);
   back_->SetScaleWidth(map_->ScaleWidth());
   back_->SetScaleHeight(map_->ScaleHeight());
 }
