@@ -63,8 +63,13 @@ QAction* Button(MapWindow& m, const char* name) {
   return nullptr;
 }
 
-TEST(MapWindow, DrawsTheSmallWorldAndShowsTheZoomLabel) {
+TEST(MapWindow, DrawsTheSmallWorldAndShowsTheStatusLineFromTheFirstPaint) {
   MapFixture f;
+  // The first paint's pass wrote the variation and the position already.
+  EXPECT_GE(f.map->Map()->Passes(), 1);
+  EXPECT_EQ(f.map->Status(1)->text(), "30NM");
+  EXPECT_TRUE(f.map->Status(2)->text().startsWith("MagVar: ")) << f.map->Status(2)->text().toStdString();
+  EXPECT_FALSE(f.map->Status(3)->text().isEmpty());
   f.map->DrawMap();
   const QImage& picture = f.map->Map()->Picture();
   ASSERT_FALSE(picture.isNull());
