@@ -43,7 +43,7 @@ constexpr std::array<PlanEntry, 3> kPlanEntries = {{
 // interface.
 class MainWindowController::LinkHost : public LiveHost {
 public:
-  explicit LinkHost(MainWindowView& v) : v_(v) {}
+  LinkHost(ProgramState& s, MainWindowView& v) : s_(s), v_(v) {}
   void FocusMap() override { v_.FocusMap(); }
   void DrawMap() override { v_.DrawMap(); }
   void SetMapStatus(int field, std::string_view text) override { v_.SetMapStatus(field, text); }
@@ -53,7 +53,12 @@ public:
   void GpsLine(int y, std::string_view text, Colour colour) override { v_.GpsLine(y, text, colour); }
   void DrawAircraft(float lat, float lon, float trueHeading) override { v_.DrawAircraft(lat, lon, trueHeading); }
   void DrawWind(int16_t windDir, int16_t windSpeed) override { v_.DrawWind(windDir, windSpeed); }
-  void ShowExtendedTable() override { v_.ShowExtendedTable(); }
+  void ShowExtendedTable() override {
+    MainWindowState toggles = s_.Toggles();
+    SetExtendedTable(toggles, true);
+    v_.ShowExtendedTable();
+    v_.SyncChecks();
+  }
   void TimesChanged() override { v_.TimesChanged(); }
   bool Minimised() const override { return v_.Minimised(); }
   double PlanPanelWidth() const override { return v_.PlanPanelWidth(); }
@@ -62,6 +67,7 @@ public:
   void OnPassed(int) override { v_.RefreshPlanTable(); }
 
 private:
+  ProgramState& s_;
   MainWindowView& v_;
 };
 
@@ -84,7 +90,7 @@ constexpr int64_t kMaxStepMs = 2000;
 MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers,
                                            const Clock& clock)
     : s_(s), view_(view), ui_(ui), timers_(timers), clock_(clock), geo_(s.Db.MagVar),
-      linkHost_(std::make_unique<LinkHost>(view)) {}
+      linkHost_(std::make_unique<LinkHost>(s, view)) {}
 
 MainWindowController::~MainWindowController() {
   // The link refers to the window's host: it goes first.

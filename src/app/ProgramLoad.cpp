@@ -37,7 +37,9 @@ private:
 StartupResult LoadProgram(ProgramState& s, Ui& ui, const Clock& clock) {
   ProgramLoader loader(s);
   StartupResult result = RunStartup(s.Core, ui, clock, loader);
-  if (!result.ProgramEnds() && !loader.AircraftError().empty()) ui.MsgBox(loader.AircraftError());
+  if (result.ProgramEnds()) return result;
+  if (!loader.AircraftError().empty()) ui.MsgBox(loader.AircraftError());
+  s.Panel.Table.SetFuelUnitOf(s.Core);
   return result;
 }
 

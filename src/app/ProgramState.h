@@ -50,7 +50,7 @@ struct ProgramState {
   OnlineSlot Online;
 
   // The view of the toggles that one click may change.
-  MainWindowState Toggles() { return MainWindowState{Layers, View, Window}; }
+  MainWindowState Toggles() { return MainWindowState{Layers, View, Window, &Panel.Table}; }
 };
 
 }  // namespace orv

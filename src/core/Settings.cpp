@@ -1,6 +1,8 @@
 #include "core/Settings.h"
 
 #include <array>
+#include <cmath>
+#include <limits>
 #include <system_error>
 #include <type_traits>
 #include <variant>
@@ -154,12 +156,17 @@ void SetFromText(const KeyDef& k, std::string_view value, Settings& s) {
           s.*member = CInt(Val(value)) != 0;
         } else if constexpr (std::is_same_v<T, bool>) {
           s.*member = CInt(Val(value)) != 0;
-        } else if constexpr (std::is_same_v<T, uint8_t>) {
-          s.*member = CByte(Val(value));
-        } else if constexpr (std::is_same_v<T, int16_t>) {
-          s.*member = CInt(Val(value));
         } else {
-          s.*member = CLng(Val(value));
+          // A number that does not fit the key's type is a conversion error,
+          // which the reading ignores: the key keeps what it held (its default),
+          // and a later save writes that rather than a clamped value.
+          double rounded = std::nearbyint(Val(value));
+          if (rounded < static_cast<double>(std::numeric_limits<T>::min()) ||
+              rounded > static_cast<double>(std::numeric_limits<T>::max()))
+            return;
+          if constexpr (std::is_same_v<T, uint8_t>) s.*member = CByte(rounded);
+          else if constexpr (std::is_same_v<T, int16_t>) s.*member = CInt(rounded);
+          else s.*member = CLng(rounded);
         }
       },
       k.field);

@@ -18,6 +18,11 @@ namespace {
 
 constexpr double kEarthRadiusNm = 3440.065;
 constexpr std::size_t kKeptNotes = 5;
+// The radius of a VOR's compass rose in NM, stored as VorRec::Value (see
+// docs/dbm-mapping.md): 2 NM draws the rose (51 units or more) at every
+// label below 200 even in the smallest map window, and keeps its 16-bit
+// radius below 32767 at label 1 in pictures up to 1090 pixels tall.
+constexpr float kVorRoseNm = 2.0f;
 
 double Radians(double deg) { return deg * std::numbers::pi / 180.0; }
 
@@ -238,12 +243,12 @@ struct Hierarchy {
   std::map<std::tuple<std::string, std::string, std::string>, bool> cities;
 };
 
-void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const BuildOptions& options, BuiltDatabase& out,
-                   std::map<std::string, int>& seen) {
-  AirportTables& t = out.Db.Airports;
-  // Airports go out sorted by ICAO code: the program's loaders never sort.
-  std::vector<const SrcAirport*> order;
-  order.reserve(src.Airports.size());
+// The airports worth a record, sorted by ICAO code: the program's loaders
+// never sort. An ident that does not fit, or one seen before, is left out.
+std::vector<const SrcAirport*> AirportOrder(const XPlaneSources& src, BuiltDatabase& out,
+                                            std::map<std::string, int>& seen) {
+  std::vector<std::pair<std::string, const SrcAirport*>> keyed;
+  keyed.reserve(src.Airports.size());
   std::unordered_map<std::string, const SrcAirport*> byIcao;
   for (const SrcAirport& a : src.Airports) {
     if (a.Icao.empty() || a.Icao.size() > 5) {
@@ -257,154 +262,147 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
                                            ": the ident was used before; the first one is kept");
       continue;
     }
-    order.push_back(&a);
+    keyed.emplace_back(it->first, &a);
   }
-  // Sorted by the upper-case code, worked out once per airport.
-  {
-    std::vector<std::pair<std::string, const SrcAirport*>> keyed;
-    keyed.reserve(order.size());
-    for (const SrcAirport* a : order) keyed.emplace_back(UCase(a->Icao), a);
-    std::sort(keyed.begin(), keyed.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
-    for (std::size_t i = 0; i < keyed.size(); ++i) order[i] = keyed[i].second;
-  }
+  std::sort(keyed.begin(), keyed.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
+  std::vector<const SrcAirport*> order;
+  order.reserve(keyed.size());
+  for (const auto& k : keyed) order.push_back(k.second);
+  return order;
+}
 
-  // The ILS family of nav.dat, grouped by airport.
-  std::unordered_map<std::string, std::vector<const SrcNavaid*>> ilsOf, gsOf;
+// The ILS family of nav.dat, grouped by airport.
+struct IlsFamily {
+  std::unordered_map<std::string, std::vector<const SrcNavaid*>> Ils, GlideSlopes;
+};
+
+IlsFamily GroupIls(const XPlaneSources& src) {
+  IlsFamily f;
   for (const SrcNavaid& n : src.Navaids) {
-    if (n.Row == kIls || n.Row == kLoc) ilsOf[UCase(n.Airport)].push_back(&n);
-    else if (n.Row == kGlideSlope) gsOf[UCase(n.Airport)].push_back(&n);
+    if (n.Row == kIls || n.Row == kLoc) f.Ils[UCase(n.Airport)].push_back(&n);
+    else if (n.Row == kGlideSlope) f.GlideSlopes[UCase(n.Airport)].push_back(&n);
   }
+  return f;
+}
 
-  Hierarchy h;
-  t.Airports.clear();
-  t.Airports.reserve(order.size());
-  std::vector<const SrcAirport*> placed;
-  placed.reserve(order.size());
-  for (const SrcAirport* sp : order) {
-    const SrcAirport& s = *sp;
-    Place at;
-    if (!AirportPosition(s, at)) {
-      Note(out, seen, "airport position", "airport " + s.Icao + " at line " + std::to_string(s.Line) +
-                                              ": no runway, datum, tower or parking gives its position");
-      continue;
-    }
-    AirportRec a;
-    a.Icao.Assign(UCase(s.Icao));
-    a.Name.Assign(CodePage(s.Name).substr(0, 40));
-    a.Lat = static_cast<float>(at.Lat);
-    a.Lon = static_cast<float>(at.Lon);
-    a.Elevation = s.ElevationFeet;
-    a.MagVar = static_cast<float>(MagVarAt(grid, at.Lat, at.Lon));
-    PlaceOfPrefix place = PlaceOfIdent(a.Icao.Str(), at.Lat, at.Lon);
-    std::string country = s.Country.empty() ? std::string(place.Country) : CodePage(s.Country);
-    std::string region = std::string(place.Region);
-    if (region.empty() && !s.RegionCode.empty()) region = std::string(PlaceOfIdent(s.RegionCode + "AA", at.Lat, at.Lon).Region);
-    if (country.empty()) country = "Unknown";
-    if (region.empty()) region = "Unknown";
-    a.Country = country.substr(0, 40);
-    a.State = CodePage(s.State).substr(0, 40);
-    a.City = CodePage(s.City).substr(0, 40);
-    h.regions.insert(region.substr(0, 30));
-    h.countries.emplace(a.Country, region.substr(0, 30));
-    if (!a.State.empty()) h.states[{a.State, a.Country}] = true;
-    if (!a.City.empty()) h.cities[{a.City, a.State, a.Country}] = true;
+// The airport's own fields and its place in the region, country, state and
+// city lists.
+void PlaceAirport(const SrcAirport& s, Place at, const MagVarGrid& grid, Hierarchy& h, AirportRec& a) {
+  a.Icao.Assign(UCase(s.Icao));
+  a.Name.Assign(CodePage(s.Name).substr(0, 40));
+  a.Lat = static_cast<float>(at.Lat);
+  a.Lon = static_cast<float>(at.Lon);
+  a.Elevation = s.ElevationFeet;
+  a.MagVar = static_cast<float>(MagVarAt(grid, at.Lat, at.Lon));
+  PlaceOfPrefix place = PlaceOfIdent(a.Icao.Str(), at.Lat, at.Lon);
+  std::string country = s.Country.empty() ? std::string(place.Country) : CodePage(s.Country);
+  std::string region = std::string(place.Region);
+  if (region.empty() && !s.RegionCode.empty()) region = std::string(PlaceOfIdent(s.RegionCode + "AA", at.Lat, at.Lon).Region);
+  if (country.empty()) country = "Unknown";
+  if (region.empty()) region = "Unknown";
+  a.Country = country.substr(0, 40);
+  a.State = CodePage(s.State).substr(0, 40);
+  a.City = CodePage(s.City).substr(0, 40);
+  h.regions.insert(region.substr(0, 30));
+  h.countries.emplace(a.Country, region.substr(0, 30));
+  if (!a.State.empty()) h.states[{a.State, a.Country}] = true;
+  if (!a.City.empty()) h.cities[{a.City, a.State, a.Country}] = true;
+}
 
-    for (const SrcRunway& r : s.Runways) {
-      RunwayRec w;
-      bool heli = r.Kind == RunwayKind::Helipad;
-      w.LowEnd.Assign(StoredDesignator(r.End1, heli));
-      std::string high = heli ? w.LowEnd.Str()
-                              : (r.End2.empty() ? RunwayOpposite(w.LowEnd.Str()) : StoredDesignator(r.End2, false));
-      w.HighEnd.Assign(high);
-      w.Lat = static_cast<float>(r.Lat);
-      w.Lon = static_cast<float>(r.Lon);
-      w.TrueHeading = static_cast<float>(r.TrueHeading);
-      w.LengthFeet = Clamp16(r.LengthFeet);
-      w.WidthFeet = Clamp16(r.WidthFeet);
-      w.Surface = SurfaceCode(r.Surface);
-      a.Runways.push_back(w);
-    }
-    for (const SrcFrequency& f : s.Frequencies) {
-      FrequencyRec w;
-      w.Ident.Assign(a.Icao.Str());
-      w.Name.Assign(CodePage(f.Name).substr(0, 30));
-      w.Frequency = static_cast<float>(f.KHz / 1000.0);
-      w.Kind = FrequencyKind(f.Row, f.Name);
-      a.Frequencies.push_back(w);
-    }
-    for (const SrcParking& p : s.Parking) {
-      ParkingCodes c = ParkingFor(p);
-      ParkingRec w;
-      w.Ident.Assign(c.Ident);
-      w.Lat = static_cast<float>(p.Lat);
-      w.Lon = static_cast<float>(p.Lon);
-      w.Number = c.Number;
-      w.Kind = c.Kind;
-      w.NameCode = c.NameCode;
-      w.Value = static_cast<int32_t>(std::lround(std::fmod(std::fmod(p.Heading, 360.0) + 360.0, 360.0))) % 360;
-      a.Parking.push_back(w);
-    }
-    // ILS and localizers of this airport, tied to their runway ends.
-    auto ils = ilsOf.find(std::string(a.Icao.Trimmed()));
-    if (ils != ilsOf.end()) {
-      for (const SrcNavaid* n : ils->second) {
-        IlsRec w;
-        w.Airport = static_cast<int32_t>(t.Airports.size());
-        w.Ident.Assign(n->Ident.substr(0, 5));
-        w.Name.Assign(n->Name.substr(0, 40));
-        w.Runway.Assign(StoredDesignator(n->Runway, false));
-        // The order the map and the hover text read: frequency, true course,
-        // glide slope angle (0: localizer only), then position, elevation, range.
-        w.Values[0] = static_cast<float>(n->Frequency / 100.0);
-        w.Values[1] = static_cast<float>(std::fmod(n->Extra, 360.0));
-        auto gs = gsOf.find(std::string(a.Icao.Trimmed()));
-        if (gs != gsOf.end())
-          for (const SrcNavaid* g : gs->second)
-            if (g->Ident == n->Ident) w.Values[2] = static_cast<float>(std::floor(g->Extra / 1000.0) / 100.0);
-        w.Values[3] = static_cast<float>(n->Lat);
-        w.Values[4] = static_cast<float>(n->Lon);
-        w.Values[5] = static_cast<float>(n->ElevationFeet);
-        w.Values[6] = static_cast<float>(n->RangeNm);
-        w.Ident2 = w.Ident;
-        for (RunwayRec& r : a.Runways) {
-          if (r.LowEnd.Trimmed() == w.Runway.Trimmed()) r.LowIls = w.Ident;
-          else if (r.HighEnd.Trimmed() == w.Runway.Trimmed()) r.HighIls = w.Ident;
-        }
-        a.Ils.push_back(w);
-      }
-    }
-    // Ground layout: taxiway segments and pavement outlines.
-    for (const SrcTaxiSegment& x : s.Taxiways) {
-      TaxiRec w;
-      w.Lat1 = static_cast<float>(x.Lat1);
-      w.Lon1 = static_cast<float>(x.Lon1);
-      w.Lat2 = static_cast<float>(x.Lat2);
-      w.Lon2 = static_cast<float>(x.Lon2);
-      w.Name.Assign(x.Name.substr(0, 8));
-      w.Width = Clamp16(x.WidthFeet);
-      out.Db.Shapes.TaxiSegments.push_back(w);
-    }
-    for (const auto& ring : s.Pavements) {
-      if (ring.size() < 3) continue;
-      for (std::size_t i = 0; i < ring.size(); ++i) {
-        GroundPolyRec g;
-        g.Kind.Assign(i == 0 ? "F" : "L");
-        g.Lat = static_cast<float>(ring[i].Lat);
-        g.Lon = static_cast<float>(ring[i].Lon);
-        out.Db.Shapes.GroundPolygons.push_back(g);
-      }
-    }
-    t.Airports.push_back(std::move(a));
-    placed.push_back(sp);
+void AddRunwaysFrequenciesParking(const SrcAirport& s, AirportRec& a) {
+  for (const SrcRunway& r : s.Runways) {
+    RunwayRec w;
+    bool heli = r.Kind == RunwayKind::Helipad;
+    w.LowEnd.Assign(StoredDesignator(r.End1, heli));
+    std::string high = heli ? w.LowEnd.Str()
+                            : (r.End2.empty() ? RunwayOpposite(w.LowEnd.Str()) : StoredDesignator(r.End2, false));
+    w.HighEnd.Assign(high);
+    w.Lat = static_cast<float>(r.Lat);
+    w.Lon = static_cast<float>(r.Lon);
+    w.TrueHeading = static_cast<float>(r.TrueHeading);
+    w.LengthFeet = Clamp16(r.LengthFeet);
+    w.WidthFeet = Clamp16(r.WidthFeet);
+    w.Surface = SurfaceCode(r.Surface);
+    a.Runways.push_back(w);
   }
-  // The map closes a ground polygon at the next record that is not "L": one
-  // end record closes the last one.
-  if (!out.Db.Shapes.GroundPolygons.empty()) {
-    GroundPolyRec end = out.Db.Shapes.GroundPolygons.back();
-    end.Kind.Assign("E");
-    out.Db.Shapes.GroundPolygons.push_back(end);
+  for (const SrcFrequency& f : s.Frequencies) {
+    FrequencyRec w;
+    w.Ident.Assign(a.Icao.Str());
+    w.Name.Assign(CodePage(f.Name).substr(0, 30));
+    w.Frequency = static_cast<float>(f.KHz / 1000.0);
+    w.Kind = FrequencyKind(f.Row, f.Name);
+    a.Frequencies.push_back(w);
   }
+  for (const SrcParking& p : s.Parking) {
+    ParkingCodes c = ParkingFor(p);
+    ParkingRec w;
+    w.Ident.Assign(c.Ident);
+    w.Lat = static_cast<float>(p.Lat);
+    w.Lon = static_cast<float>(p.Lon);
+    w.Number = c.Number;
+    w.Kind = c.Kind;
+    w.NameCode = c.NameCode;
+    w.Value = static_cast<int32_t>(std::lround(std::fmod(std::fmod(p.Heading, 360.0) + 360.0, 360.0))) % 360;
+    a.Parking.push_back(w);
+  }
+}
 
+// ILS and localizers of the airport, tied to their runway ends.
+void AddIls(const IlsFamily& family, int32_t airportIndex, AirportRec& a) {
+  auto ils = family.Ils.find(std::string(a.Icao.Trimmed()));
+  if (ils == family.Ils.end()) return;
+  auto gs = family.GlideSlopes.find(std::string(a.Icao.Trimmed()));
+  for (const SrcNavaid* n : ils->second) {
+    IlsRec w;
+    w.Airport = airportIndex;
+    w.Ident.Assign(n->Ident.substr(0, 5));
+    w.Name.Assign(n->Name.substr(0, 40));
+    w.Runway.Assign(StoredDesignator(n->Runway, false));
+    // The order the map and the hover text read: frequency, true course,
+    // glide slope angle (0: localizer only), then position, elevation, range.
+    w.Values[0] = static_cast<float>(n->Frequency / 100.0);
+    w.Values[1] = static_cast<float>(std::fmod(n->Extra, 360.0));
+    if (gs != family.GlideSlopes.end())
+      for (const SrcNavaid* g : gs->second)
+        if (g->Ident == n->Ident) w.Values[2] = static_cast<float>(std::floor(g->Extra / 1000.0) / 100.0);
+    w.Values[3] = static_cast<float>(n->Lat);
+    w.Values[4] = static_cast<float>(n->Lon);
+    w.Values[5] = static_cast<float>(n->ElevationFeet);
+    w.Values[6] = static_cast<float>(n->RangeNm);
+    w.Ident2 = w.Ident;
+    for (RunwayRec& r : a.Runways) {
+      if (r.LowEnd.Trimmed() == w.Runway.Trimmed()) r.LowIls = w.Ident;
+      else if (r.HighEnd.Trimmed() == w.Runway.Trimmed()) r.HighIls = w.Ident;
+    }
+    a.Ils.push_back(w);
+  }
+}
+
+// Ground layout: taxiway segments and pavement outlines.
+void AddGroundLayout(const SrcAirport& s, AirspaceTables& shapes) {
+  for (const SrcTaxiSegment& x : s.Taxiways) {
+    TaxiRec w;
+    w.Lat1 = static_cast<float>(x.Lat1);
+    w.Lon1 = static_cast<float>(x.Lon1);
+    w.Lat2 = static_cast<float>(x.Lat2);
+    w.Lon2 = static_cast<float>(x.Lon2);
+    w.Name.Assign(x.Name.substr(0, 8));
+    w.Width = Clamp16(x.WidthFeet);
+    shapes.TaxiSegments.push_back(w);
+  }
+  for (const auto& ring : s.Pavements) {
+    if (ring.size() < 3) continue;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+      GroundPolyRec g;
+      g.Kind.Assign(i == 0 ? "F" : "L");
+      g.Lat = static_cast<float>(ring[i].Lat);
+      g.Lon = static_cast<float>(ring[i].Lon);
+      shapes.GroundPolygons.push_back(g);
+    }
+  }
+}
+
+void StoreHierarchy(const Hierarchy& h, AirportTables& t) {
   for (const std::string& r : h.regions) t.Regions.push_back(r);
   for (const auto& [name, region] : h.countries) t.Countries.push_back({name, region});
   for (const auto& [k, _] : h.states) t.States.push_back({k.first, k.second});
@@ -414,9 +412,11 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
   t.StateCount = static_cast<int32_t>(t.States.size());
   t.CityCount = static_cast<int32_t>(t.Cities.size());
   t.AirportFileCount = static_cast<int32_t>(t.Airports.size());
+}
 
-  // Weather stations: the airports with a four-letter code, in alphabetical order.
-  std::string& wx = out.WxStations;
+// Weather stations: the airports with a four-letter code, in alphabetical order.
+std::string WxStationsText(const AirportTables& t) {
+  std::string wx;
   wx.reserve(t.Airports.size() * 24);
   for (const AirportRec& a : t.Airports) {
     std::string_view icao = a.Icao.Trimmed();
@@ -426,54 +426,96 @@ void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const Build
     std::snprintf(buf, sizeof buf, ",%.4f,%.4f\r\n", a.Lat, a.Lon);
     wx.append(icao).append(buf);
   }
+  return wx;
+}
 
-  // Control zones derived from the tower frequencies.
-  if (options.DeriveControlZones) {
-    for (std::size_t i = 0; i < t.Airports.size(); ++i) {
-      const AirportRec& a = t.Airports[i];
-      bool tower = std::any_of(a.Frequencies.begin(), a.Frequencies.end(), [](const FrequencyRec& f) { return f.Kind == 6; });
-      if (!tower) continue;
-      if (out.Db.Shapes.Airspaces.size() > static_cast<std::size_t>(kLastAirspaceIndex)) {
-        Note(out, seen, "zones", "control zone of " + a.Icao.Str() + ": the airspace table is full (15001 zones)");
-        continue;
-      }
-      AirspaceRec z;
-      z.Index = static_cast<int16_t>(out.Db.Shapes.Airspaces.size());
-      z.Class.Assign("CTR");
-      z.Ident.Assign(std::string(a.Icao.Trimmed().substr(0, 4)));
-      z.Name.Assign(a.Name.Str().substr(0, 38));
-      z.Name2.Assign("Derived 5 NM zone");
-      z.LowerAltitude.Assign("GND");
-      z.UpperAltitude.Assign(std::to_string((a.Elevation + 2500 + 99) / 100 * 100));
-      auto pts = CirclePoints(a.Lat, a.Lon, 5.0);
-      AddAirspace(out.Db.Shapes, z, pts);
-      ++out.ControlZones;
+// Control zones derived from the tower frequencies.
+void DeriveControlZones(BuiltDatabase& out, std::map<std::string, int>& seen) {
+  const AirportTables& t = out.Db.Airports;
+  for (std::size_t i = 0; i < t.Airports.size(); ++i) {
+    const AirportRec& a = t.Airports[i];
+    bool tower = std::any_of(a.Frequencies.begin(), a.Frequencies.end(), [](const FrequencyRec& f) { return f.Kind == 6; });
+    if (!tower) continue;
+    if (out.Db.Shapes.Airspaces.size() > static_cast<std::size_t>(kLastAirspaceIndex)) {
+      Note(out, seen, "zones", "control zone of " + a.Icao.Str() + ": the airspace table is full (15001 zones)");
+      continue;
     }
+    AirspaceRec z;
+    z.Index = static_cast<int16_t>(out.Db.Shapes.Airspaces.size());
+    z.Class.Assign("CTR");
+    z.Ident.Assign(std::string(a.Icao.Trimmed().substr(0, 4)));
+    z.Name.Assign(a.Name.Str().substr(0, 38));
+    z.Name2.Assign("Derived 5 NM zone");
+    z.LowerAltitude.Assign("GND");
+    z.UpperAltitude.Assign(std::to_string((a.Elevation + 2500 + 99) / 100 * 100));
+    auto pts = CirclePoints(a.Lat, a.Lon, 5.0);
+    AddAirspace(out.Db.Shapes, z, pts);
+    ++out.ControlZones;
   }
 }
 
-struct Node {
-  std::string Ident;
-  std::string Region;
-  std::string Name;
-  double Lat = 0, Lon = 0;
-  bool OnAirway = false;
-  int32_t Slot = -1;
-  std::vector<AirwayLinkRec> Low, High;
-};
+void BuildAirports(const XPlaneSources& src, const MagVarGrid& grid, const BuildOptions& options, BuiltDatabase& out,
+                   std::map<std::string, int>& seen) {
+  AirportTables& t = out.Db.Airports;
+  const std::vector<const SrcAirport*> order = AirportOrder(src, out, seen);
+  const IlsFamily ils = GroupIls(src);
+  Hierarchy h;
+  t.Airports.clear();
+  t.Airports.reserve(order.size());
+  for (const SrcAirport* sp : order) {
+    const SrcAirport& s = *sp;
+    Place at;
+    if (!AirportPosition(s, at)) {
+      Note(out, seen, "airport position", "airport " + s.Icao + " at line " + std::to_string(s.Line) +
+                                              ": no runway, datum, tower or parking gives its position");
+      continue;
+    }
+    AirportRec a;
+    PlaceAirport(s, at, grid, h, a);
+    AddRunwaysFrequenciesParking(s, a);
+    AddIls(ils, static_cast<int32_t>(t.Airports.size()), a);
+    AddGroundLayout(s, out.Db.Shapes);
+    t.Airports.push_back(std::move(a));
+  }
+  // The map closes a ground polygon at the next record that is not "L": one
+  // end record closes the last one.
+  if (!out.Db.Shapes.GroundPolygons.empty()) {
+    GroundPolyRec end = out.Db.Shapes.GroundPolygons.back();
+    end.Kind.Assign("E");
+    out.Db.Shapes.GroundPolygons.push_back(end);
+  }
+  StoreHierarchy(h, t);
+  out.WxStations = WxStationsText(t);
+  if (options.DeriveControlZones) DeriveControlZones(out, seen);
+}
 
-void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabase& out, std::map<std::string, int>& seen) {
-  NavaidTables& nav = out.Db.Navaids;
-  auto magVar = [&](double lat, double lon) { return static_cast<float>(MagVarAt(grid, lat, lon)); };
+float MagVarOf(const MagVarGrid& grid, double lat, double lon) { return static_cast<float>(MagVarAt(grid, lat, lon)); }
 
-  // VORs and NDBs, with the DMEs that stand with them folded in.
+VorRec MakeVor(const SrcNavaid& n, int16_t typeCode, const MagVarGrid& grid) {
+  VorRec v;
+  v.Ident.Assign(n.Ident.substr(0, 10));
+  v.Name.Assign(PlainName(CodePage(n.Name)).substr(0, 20));
+  v.Lat = static_cast<float>(n.Lat);
+  v.Lon = static_cast<float>(n.Lon);
+  v.Frequency = static_cast<float>(n.Frequency / 100.0);
+  v.MagVar = MagVarOf(grid, n.Lat, n.Lon);
+  v.Value = kVorRoseNm;
+  v.TypeCode = typeCode;
+  v.TypeName = VorTypeName(v.TypeCode);
+  return v;
+}
+
+// The DMEs that stand with a VOR or NDB of the same ident (within 3 NM)
+// mark it in hasDme; the others stand alone and become VOR records of
+// their own.
+std::vector<const SrcNavaid*> PairDmes(const XPlaneSources& src, std::vector<char>& hasDme) {
   std::unordered_map<std::string, std::vector<std::size_t>> vorsByIdent, ndbsByIdent;
   for (std::size_t i = 0; i < src.Navaids.size(); ++i) {
     const SrcNavaid& n = src.Navaids[i];
     if (n.Row == kVor) vorsByIdent[n.Ident].push_back(i);
     if (n.Row == kNdb) ndbsByIdent[n.Ident].push_back(i);
   }
-  std::vector<char> hasDme(src.Navaids.size(), 0);
+  hasDme.assign(src.Navaids.size(), 0);
   std::vector<const SrcNavaid*> loneDmes;
   for (const SrcNavaid& n : src.Navaids) {
     if (n.Row != kDme && n.Row != kDmeStandalone) continue;
@@ -487,20 +529,19 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     }
     if (!paired) loneDmes.push_back(&n);
   }
+  return loneDmes;
+}
+
+// VORs and NDBs, with the DMEs that stand with them folded in, and the
+// marker beacons.
+void BuildRadioNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabase& out) {
+  NavaidTables& nav = out.Db.Navaids;
+  std::vector<char> hasDme;
+  const std::vector<const SrcNavaid*> loneDmes = PairDmes(src, hasDme);
   for (std::size_t i = 0; i < src.Navaids.size(); ++i) {
     const SrcNavaid& n = src.Navaids[i];
     if (n.Row == kVor) {
-      VorRec v;
-      v.Ident.Assign(n.Ident.substr(0, 10));
-      v.Name.Assign(PlainName(CodePage(n.Name)).substr(0, 20));
-      v.Lat = static_cast<float>(n.Lat);
-      v.Lon = static_cast<float>(n.Lon);
-      v.Frequency = static_cast<float>(n.Frequency / 100.0);
-      v.MagVar = magVar(n.Lat, n.Lon);
-      v.Value = static_cast<float>(n.RangeNm);
-      v.TypeCode = VorTypeCode(kVor, n.Name, hasDme[i] != 0);
-      v.TypeName = VorTypeName(v.TypeCode);
-      nav.Vors.push_back(v);
+      nav.Vors.push_back(MakeVor(n, VorTypeCode(kVor, n.Name, hasDme[i] != 0), grid));
     } else if (n.Row == kNdb) {
       NdbRec d;
       d.Ident.Assign(n.Ident.substr(0, 10));
@@ -508,7 +549,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
       d.Lat = static_cast<float>(n.Lat);
       d.Lon = static_cast<float>(n.Lon);
       d.Frequency = static_cast<float>(n.Frequency);
-      d.MagVar = magVar(n.Lat, n.Lon);
+      d.MagVar = MagVarOf(grid, n.Lat, n.Lon);
       d.Value = static_cast<float>(n.RangeNm);
       d.TypeText.Assign(hasDme[i] ? "7" : "5");
       d.TypeName = NdbTypeName(d.TypeText);
@@ -522,23 +563,14 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
       out.Db.Shapes.Markers.push_back(m);
     }
   }
-  for (const SrcNavaid* n : loneDmes) {
-    VorRec v;
-    v.Ident.Assign(n->Ident.substr(0, 10));
-    v.Name.Assign(PlainName(CodePage(n->Name)).substr(0, 20));
-    v.Lat = static_cast<float>(n->Lat);
-    v.Lon = static_cast<float>(n->Lon);
-    v.Frequency = static_cast<float>(n->Frequency / 100.0);
-    v.MagVar = magVar(n->Lat, n->Lon);
-    v.Value = static_cast<float>(n->RangeNm);
-    v.TypeCode = VorTypeCode(n->Row, n->Name, true);
-    v.TypeName = VorTypeName(v.TypeCode);
-    nav.Vors.push_back(v);
-  }
+  for (const SrcNavaid* n : loneDmes) nav.Vors.push_back(MakeVor(*n, VorTypeCode(n->Row, n->Name, true), grid));
   std::stable_sort(nav.Vors.begin(), nav.Vors.end(), [](const VorRec& a, const VorRec& b) { return a.Ident.View() < b.Ident.View(); });
   std::stable_sort(nav.Ndbs.begin(), nav.Ndbs.end(), [](const NdbRec& a, const NdbRec& b) { return a.Ident.View() < b.Ident.View(); });
+}
 
-  // GPS fixes: every fix of the source.
+// GPS fixes: every fix of the source.
+void BuildFixes(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabase& out, std::map<std::string, int>& seen) {
+  NavaidTables& nav = out.Db.Navaids;
   nav.Fixes.reserve(src.Fixes.size());
   for (const SrcFix& f : src.Fixes) {
     if (f.Ident.empty() || f.Ident.size() > 5) {
@@ -551,53 +583,80 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     w.Name.Assign(f.Ident);
     w.Lat = static_cast<float>(f.Lat);
     w.Lon = static_cast<float>(f.Lon);
-    w.MagVar = magVar(f.Lat, f.Lon);
+    w.MagVar = MagVarOf(grid, f.Lat, f.Lon);
     nav.Fixes.push_back(w);
   }
   std::stable_sort(nav.Fixes.begin(), nav.Fixes.end(), [](const FixRec& a, const FixRec& b) { return a.Ident.View() < b.Ident.View(); });
+}
 
-  // Positions by ident, region and kind for the 1100 airway rows.
-  std::unordered_map<std::string, Place> where;
-  for (const SrcFix& f : src.Fixes) where.emplace(f.Ident + "|" + f.Region + "|11", Place{f.Lat, f.Lon});
-  for (const SrcNavaid& n : src.Navaids)
-    if (n.Row == kVor || n.Row == kNdb) where.emplace(n.Ident + "|" + n.Region + "|" + std::to_string(n.Row), Place{n.Lat, n.Lon});
-  // Names of the navaids that stand on airways.
-  std::unordered_map<std::string, std::string> navName;
-  for (const SrcNavaid& n : src.Navaids)
-    if (n.Row == kVor || n.Row == kNdb) navName.emplace(NodeKey(n.Ident, n.Lat, n.Lon), PlainName(CodePage(n.Name)));
+// A point of the intersection table: an airway end or a fix off the airways.
+struct Node {
+  std::string Ident;
+  std::string Region;
+  std::string Name;
+  double Lat = 0, Lon = 0;
+  bool OnAirway = false;
+  int32_t Slot = -1;
+  std::vector<AirwayLinkRec> Low, High;
+};
 
-  // Airway nodes.
-  std::vector<Node> nodes;
-  std::unordered_map<std::string, int> nodeOf;
-  auto nodeFor = [&](const SrcAirwayEnd& e, int& id) {
-    Place p{e.Lat, e.Lon};
-    if (!e.HasPosition) {
-      auto it = where.find(e.Ident + "|" + e.Region + "|" + std::to_string(e.Kind));
-      if (it == where.end()) return false;
-      p = it->second;
-    }
-    std::string key = NodeKey(e.Ident, p.Lat, p.Lon);
-    auto [it, fresh] = nodeOf.emplace(key, static_cast<int>(nodes.size()));
-    if (fresh) {
-      Node n;
-      n.Ident = e.Ident;
-      n.Region = e.Region;
-      n.Lat = p.Lat;
-      n.Lon = p.Lon;
-      n.OnAirway = true;
-      auto name = navName.find(key);
-      n.Name = name != navName.end() ? name->second : e.Ident;
-      nodes.push_back(std::move(n));
-    }
-    id = it->second;
-    return true;
-  };
-  struct Seg {
-    int From, To;
-    const SrcAirway* Src;
-  };
-  std::vector<Seg> segs;
-  segs.reserve(src.Airways.size());
+struct AirwaySegment {
+  int From, To;
+  const SrcAirway* Src;
+};
+
+// The airway ends and the fixes off the airways as nodes (one per ident and
+// position), and the airway segments between them.
+struct AirwayGraph {
+  std::vector<Node> Nodes;
+  std::unordered_map<std::string, int> NodeOf;  // NodeKey -> index in Nodes
+  std::vector<AirwaySegment> Segments;
+};
+
+// What an airway row names an end by (ident, region and kind) gives its
+// position and, for a navaid, its name.
+struct EndFinder {
+  std::unordered_map<std::string, Place> Where;
+  std::unordered_map<std::string, std::string> NavName;
+
+  explicit EndFinder(const XPlaneSources& src) {
+    for (const SrcFix& f : src.Fixes) Where.emplace(f.Ident + "|" + f.Region + "|11", Place{f.Lat, f.Lon});
+    for (const SrcNavaid& n : src.Navaids)
+      if (n.Row == kVor || n.Row == kNdb) Where.emplace(n.Ident + "|" + n.Region + "|" + std::to_string(n.Row), Place{n.Lat, n.Lon});
+    for (const SrcNavaid& n : src.Navaids)
+      if (n.Row == kVor || n.Row == kNdb) NavName.emplace(NodeKey(n.Ident, n.Lat, n.Lon), PlainName(CodePage(n.Name)));
+  }
+};
+
+// The node of an airway end, made on first sight; false when the end is
+// neither a fix nor a navaid of the sources.
+bool NodeOfEnd(const SrcAirwayEnd& e, const EndFinder& finder, AirwayGraph& g, int& id) {
+  Place p{e.Lat, e.Lon};
+  if (!e.HasPosition) {
+    auto it = finder.Where.find(e.Ident + "|" + e.Region + "|" + std::to_string(e.Kind));
+    if (it == finder.Where.end()) return false;
+    p = it->second;
+  }
+  std::string key = NodeKey(e.Ident, p.Lat, p.Lon);
+  auto [it, fresh] = g.NodeOf.emplace(key, static_cast<int>(g.Nodes.size()));
+  if (fresh) {
+    Node n;
+    n.Ident = e.Ident;
+    n.Region = e.Region;
+    n.Lat = p.Lat;
+    n.Lon = p.Lon;
+    n.OnAirway = true;
+    auto name = finder.NavName.find(key);
+    n.Name = name != finder.NavName.end() ? name->second : e.Ident;
+    g.Nodes.push_back(std::move(n));
+  }
+  id = it->second;
+  return true;
+}
+
+void BuildAirwayGraph(const XPlaneSources& src, AirwayGraph& g, BuiltDatabase& out, std::map<std::string, int>& seen) {
+  const EndFinder finder(src);
+  g.Segments.reserve(src.Airways.size());
   for (const SrcAirway& a : src.Airways) {
     if (a.From.Ident.size() > 5 || a.To.Ident.size() > 5 || a.Name.size() > 8) {
       Note(out, seen, "airway ident", "airway " + a.Name + " " + a.From.Ident + "-" + a.To.Ident +
@@ -605,51 +664,72 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
       continue;
     }
     int f = 0, t = 0;
-    if (!nodeFor(a.From, f) || !nodeFor(a.To, t)) {
+    if (!NodeOfEnd(a.From, finder, g, f) || !NodeOfEnd(a.To, finder, g, t)) {
       Note(out, seen, "airway end", "airway " + a.Name + " " + a.From.Ident + "-" + a.To.Ident +
                                         ": an end is neither a fix nor a navaid of the sources");
       continue;
     }
     if (f == t) continue;
-    segs.push_back({f, t, &a});
+    g.Segments.push_back({f, t, &a});
   }
   // Fixes off the airways fill the slots the airways leave.
   for (const SrcFix& f : src.Fixes) {
     if (f.Terminal || f.Ident.empty() || f.Ident.size() > 5) continue;
     std::string key = NodeKey(f.Ident, f.Lat, f.Lon);
-    if (nodeOf.count(key)) continue;
-    nodeOf.emplace(key, static_cast<int>(nodes.size()));
+    if (g.NodeOf.count(key)) continue;
+    g.NodeOf.emplace(key, static_cast<int>(g.Nodes.size()));
     Node n;
     n.Ident = f.Ident;
     n.Region = f.Region;
     n.Name = f.Ident;
     n.Lat = f.Lat;
     n.Lon = f.Lon;
-    nodes.push_back(std::move(n));
+    g.Nodes.push_back(std::move(n));
   }
-  // Slots: airway nodes first, each group by ident, until the 40001 are used.
+}
+
+// Slots. When there are more points than the 40001 slots, the airway
+// points are chosen first (each group by ident), so that no airway loses a
+// node to a fix off the airways. The chosen points are then stored south to
+// north: the navaid plan scans the intersections from near its last hit in
+// the direction of the leg, and a table sorted by latitude makes the first
+// hit of that scan the point nearest the route rather than the
+// alphabetically first one.
+void AssignSlots(AirwayGraph& g, BuiltDatabase& out, std::map<std::string, int>& seen) {
+  std::vector<Node>& nodes = g.Nodes;
   std::vector<int> order(nodes.size());
   for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
+  if (order.size() > kIntersectionSlots) {
+    std::sort(order.begin(), order.end(), [&](int x, int y) {
+      const Node& a = nodes[x];
+      const Node& b = nodes[y];
+      if (a.OnAirway != b.OnAirway) return a.OnAirway;
+      if (a.Ident != b.Ident) return a.Ident < b.Ident;
+      if (a.Lat != b.Lat) return a.Lat < b.Lat;
+      return a.Lon < b.Lon;
+    });
+    int64_t airwayNodesLeft = 0;
+    for (std::size_t i = kIntersectionSlots; i < order.size(); ++i) airwayNodesLeft += nodes[order[i]].OnAirway;
+    if (airwayNodesLeft)
+      Note(out, seen, "slots", std::to_string(airwayNodesLeft) + " airway points found no intersection slot (40001 at most)");
+    order.resize(kIntersectionSlots);
+  }
   std::sort(order.begin(), order.end(), [&](int x, int y) {
     const Node& a = nodes[x];
     const Node& b = nodes[y];
-    if (a.OnAirway != b.OnAirway) return a.OnAirway;
-    if (a.Ident != b.Ident) return a.Ident < b.Ident;
     if (a.Lat != b.Lat) return a.Lat < b.Lat;
-    return a.Lon < b.Lon;
+    if (a.Lon != b.Lon) return a.Lon < b.Lon;
+    return a.Ident < b.Ident;
   });
-  int32_t slots = 0;
-  int64_t airwayNodesLeft = 0;
-  for (int id : order) {
-    if (slots < static_cast<int32_t>(kIntersectionSlots)) nodes[id].Slot = slots++;
-    else if (nodes[id].OnAirway) ++airwayNodesLeft;
-  }
-  if (airwayNodesLeft)
-    Note(out, seen, "slots", std::to_string(airwayNodesLeft) + " airway points found no intersection slot (40001 at most)");
+  for (std::size_t i = 0; i < order.size(); ++i) nodes[order[i]].Slot = static_cast<int32_t>(i);
+}
 
-  for (const Seg& s : segs) {
-    Node& a = nodes[s.From];
-    Node& b = nodes[s.To];
+// The airway segments between slotted nodes, and the links each node keeps
+// to its neighbours in the directions the airway may be flown.
+void StoreAirways(AirwayGraph& g, NavaidTables& nav) {
+  for (const AirwaySegment& s : g.Segments) {
+    Node& a = g.Nodes[s.From];
+    Node& b = g.Nodes[s.To];
     if (a.Slot < 0 || b.Slot < 0) continue;
     const SrcAirway& w = *s.Src;
     float dist = static_cast<float>(DistanceNm(a.Lat, a.Lon, b.Lat, b.Lon));
@@ -667,14 +747,18 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     seg.Mea2.Assign(MeaText(w.Top));
     (w.High ? nav.JetAirways : nav.VictorAirways).push_back(seg);
   }
+}
+
+void StoreIntersections(AirwayGraph& g, const MagVarGrid& grid, BuiltDatabase& out, std::map<std::string, int>& seen) {
+  NavaidTables& nav = out.Db.Navaids;
   nav.Intersections.assign(kIntersectionSlots, EmptyIntersectionSlot());
   nav.AirwayLinks.clear();
   std::vector<int> bySlot(kIntersectionSlots, -1);
-  for (std::size_t i = 0; i < nodes.size(); ++i)
-    if (nodes[i].Slot >= 0) bySlot[nodes[i].Slot] = static_cast<int>(i);
+  for (std::size_t i = 0; i < g.Nodes.size(); ++i)
+    if (g.Nodes[i].Slot >= 0) bySlot[g.Nodes[i].Slot] = static_cast<int>(i);
   for (int id : bySlot) {
     if (id < 0) continue;
-    Node& n = nodes[id];
+    Node& n = g.Nodes[id];
     IntersectionRec r;
     r.Index = n.Slot;
     r.Country.Assign(n.Region.substr(0, 2));
@@ -682,7 +766,7 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     r.Name.Assign(n.Name.substr(0, 25));
     r.Lat = static_cast<float>(n.Lat);
     r.Lon = static_cast<float>(n.Lon);
-    r.MagVar = magVar(n.Lat, n.Lon);
+    r.MagVar = MagVarOf(grid, n.Lat, n.Lon);
     for (auto* list : {&n.Low, &n.High}) {
       if (list->size() > 255) {
         Note(out, seen, "links", "intersection " + n.Ident + ": more than 255 airway links of one kind, the rest left out");
@@ -691,6 +775,16 @@ void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabas
     }
     PlaceIntersection(nav, r, n.Low, n.High);
   }
+}
+
+void BuildNavaids(const XPlaneSources& src, const MagVarGrid& grid, BuiltDatabase& out, std::map<std::string, int>& seen) {
+  BuildRadioNavaids(src, grid, out);
+  BuildFixes(src, grid, out, seen);
+  AirwayGraph g;
+  BuildAirwayGraph(src, g, out, seen);
+  AssignSlots(g, out, seen);
+  StoreAirways(g, out.Db.Navaids);
+  StoreIntersections(g, grid, out, seen);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/AppFolder.h"
 #include "database/AirportFile.h"
 #include "database/AirspaceFiles.h"
 #include "database/GroundFiles.h"
@@ -50,7 +51,9 @@ public:
   // Creates the file only when it does not exist yet: it belongs to the user.
   bool PutIfMissing(std::string_view constant, std::string_view bytes, int64_t records) {
     std::error_code ec;
-    if (fs::exists(Native(root_, constant), ec)) return true;
+    // The user's file may have any case ("ORVColor.ini"): the program finds
+    // it whatever its case, and so does this test.
+    if (fs::exists(AppFolder(root_).Resolve(constant), ec)) return true;
     return Put(constant, bytes, records);
   }
 
@@ -98,6 +101,78 @@ std::string DefaultAircraftText() {
   return "1,\"Cessna 172\",145,140,1111,767,250,700,75,500,100,115,65,70,1600,600\r\n"
          "2,\"Beech King Air 350\",1630,350,6800,4110,1200,2000,160,1500,200,300,240,110,3300,1700\r\n"
          "3,\"Boeing 737-800\",20800,410,79000,41400,15000,2500,280,2000,280,450,350,145,6500,2900\r\n";
+}
+
+namespace {
+
+// The colours of the three themes as red, green, blue (0xRRGGBB), key by
+// key in the order of orv.ini. Labels, coastlines and the compass keep a
+// contrast of at least 4.5 : 1 (7 : 1 in High Contrast) against the map
+// colour, the filled land and the airport ground.
+struct ThemeRow {
+  const char* Key;
+  uint32_t Day, Night, HighContrast;
+};
+constexpr ThemeRow kThemeRows[] = {
+    {"MAP", 0xE6F0F7, 0x0B1016, 0x000000},
+    {"COAST", 0x1B4F86, 0x6FB3D9, 0xFFFFFF},
+    {"LAND", 0xF5F1E3, 0x171C22, 0x141414},
+    {"RIVER", 0x2F6FB5, 0x3E7FB0, 0x00BFFF},
+    {"LATLONG", 0x8C98A4, 0x3C4650, 0x808080},
+    {"COMP", 0x8B1A1A, 0xE0A84A, 0xFFFF00},
+    {"WIND", 0xB00000, 0xFF6A5A, 0xFF4040},
+    {"HILITE", 0xD4007A, 0xFF5FD2, 0xFF00FF},
+    {"MEASURE", 0xB35900, 0xFFD24A, 0xFFFF00},
+    {"ZOOM", 0xD4007A, 0xFF5FD2, 0xFF00FF},
+    {"MSA", 0x5E5E5E, 0x9AA0A6, 0xFFFFFF},
+    {"VICTOR", 0x1F5580, 0x5FA8E0, 0x00FFFF},
+    {"CTRZ", 0xA3264F, 0xD06A8C, 0xFF8080},
+    {"JET", 0x624200, 0xD8B25A, 0xFFD700},
+    {"AIR1", 0x2E6B2E, 0x6FBF6F, 0x00FF00},
+    {"AIR2", 0x6B2E6B, 0xC07FC0, 0xFF80FF},
+    {"VOR", 0x0B4A86, 0x6FB0FF, 0x7CC4FF},
+    {"NDB", 0x7A3A00, 0xE09A5A, 0xFFB52E},
+    {"ILS", 0x005656, 0x4FC8C8, 0x00FFFF},
+    {"INT", 0x2D5A1A, 0x9CCB6A, 0x80FF80},
+    {"FIX", 0x4A4A8C, 0xA0A0FF, 0xC0C0FF},
+    {"USER", 0x5E5E5E, 0xA0A0A0, 0xFFFFFF},
+    {"MOVAC", 0xC00000, 0xFFE04A, 0xFFFF00},
+    {"ACINCTRZ", 0xD00000, 0xFF5A5A, 0xFF0000},
+    {"ROUTE", 0xC0007A, 0xFF7AD0, 0xFF00FF},
+    {"ACATCTRZ", 0xE06000, 0xFFB04A, 0xFFA500},
+    {"AI", 0x005FA0, 0x5AD0FF, 0x00FFFF},
+    {"AIFREQ", 0x007A00, 0x6AE06A, 0x00FF00},
+    {"TCAS1", 0xE07000, 0xFFB04A, 0xFFA500},
+    {"TCAS2", 0xD00000, 0xFF5A5A, 0xFF0000},
+    {"AP", 0x4B1766, 0xE8E2C8, 0xFFFFFF},
+    {"RWY", 0x4A4A4A, 0x7A7A7A, 0xA0A0A0},
+    {"TAXI", 0xDCDCDC, 0x30363D, 0x2A2A2A},
+    {"PARKING", 0x00702F, 0x6AE06A, 0x00FF00},
+    {"IVAOFIR", 0x6B2E6B, 0xC07FC0, 0xFF80FF},
+    {"IVAOFSS", 0x007A00, 0x6AE06A, 0x00FF00},
+    {"IVAOTWR", 0xC00000, 0xFF5A5A, 0xFF4040},
+    {"IVAOGND", 0x006666, 0x4FC8C8, 0x00FFFF},
+    {"IVAOAPP", 0x1B4F86, 0x6FB0FF, 0x7CC4FF},
+    {"STATICACCOLOR", 0x2E7D32, 0x7ACC7A, 0x80FF80},
+};
+
+}  // namespace
+
+std::string DefaultColorThemesText() {
+  std::string text;
+  auto theme = [&](const char* name, uint32_t ThemeRow::*rgb) {
+    text += "[" + std::string(name) + "]\r\n";
+    for (const ThemeRow& r : kThemeRows) {
+      const uint32_t c = r.*rgb;
+      // The files keep blue * 65536 + green * 256 + red.
+      const uint32_t stored = (c & 0xFF) << 16 | (c & 0xFF00) | (c >> 16 & 0xFF);
+      text += std::string(r.Key) + "=" + std::to_string(stored) + "\r\n";
+    }
+  };
+  theme("Day", &ThemeRow::Day);
+  theme("Night", &ThemeRow::Night);
+  theme("High Contrast", &ThemeRow::HighContrast);
+  return text;
 }
 
 bool WriteAppFolder(const fs::path& root, const BuiltDatabase& built, const Bytes& magVarGrid,
@@ -161,7 +236,8 @@ bool WriteAppFolder(const fs::path& root, const BuiltDatabase& built, const Byte
   if (!options.Readme.empty() && !w.Put("\\README.txt", options.Readme, 0)) return false;
   Bytes userWp = BuildUserWaypointFile({});
   if (!w.PutIfMissing("\\database\\userwp.udb", std::string_view(reinterpret_cast<const char*>(userWp.data()), userWp.size()), 0) ||
-      !w.PutIfMissing("\\user\\aircraft.orv", DefaultAircraftText(), 3))
+      !w.PutIfMissing("\\user\\aircraft.orv", DefaultAircraftText(), 3) ||
+      !w.PutIfMissing("\\orvcolor.ini", DefaultColorThemesText(), 3))
     return false;
 
   // The map files may never be empty: without coastline data they hold one

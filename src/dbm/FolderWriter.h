@@ -41,8 +41,12 @@ std::string AiracText(std::string_view cycle);
 // A small list of aircraft for "\user\aircraft.orv".
 std::string DefaultAircraftText();
 
+// "\orvcolor.ini" of a new folder: the themes Day, Night and High Contrast,
+// each with every colour key of orv.ini, for the Options window to offer.
+std::string DefaultColorThemesText();
+
 // Writes everything under root. The user's own files (the user waypoints,
-// the aircraft list) are only created when missing. False with a message
+// the aircraft list, the colour themes) are only created when missing. False with a message
 // naming the file when one cannot be written.
 bool WriteAppFolder(const std::filesystem::path& root, const BuiltDatabase& built, const Bytes& magVarGrid,
                     const FolderOptions& options, std::vector<WrittenFile>& written, std::string& error);

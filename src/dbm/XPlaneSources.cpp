@@ -177,6 +177,276 @@ void FinishAirport(AptState& st) {
   st.taxiNodes.clear();
 }
 
+// One row of an airport's block: its code, its tokens (up to 32; rows whose
+// last field is a name split the line again with fewer), the line itself
+// and where to report a malformed one.
+struct AptRow {
+  int Row;
+  const Tokens& T;
+  std::string_view Line;
+  int64_t Number;
+  SourceReport& Report;
+  void Bad(std::string_view what) const { Report.Problem(Number, what); }
+};
+
+// 100, a land runway: width, surface, ..., then two ends of 9 fields.
+void ReadLandRunway(const AptRow& r, SrcAirport& a) {
+  const Tokens& t = r.T;
+  double width = 0, lat1 = 0, lon1 = 0, lat2 = 0, lon2 = 0;
+  int surface = 0;
+  if (t.size() < 20 || !ReadDouble(t[1], width) || width < 0 || width > 10000 || !ReadInt(t[2], surface) || !ReadDouble(t[9], lat1) ||
+      !ReadDouble(t[10], lon1) || !ReadDouble(t[18], lat2) || !ReadDouble(t[19], lon2) ||
+      !InRange(lat1, lon1) || !InRange(lat2, lon2)) {
+    r.Bad("land runway row 100 is incomplete");
+    return;
+  }
+  SrcRunway w;
+  w.Kind = RunwayKind::Land;
+  w.End1 = std::string(t[8]);
+  w.End2 = std::string(t[17]);
+  w.Lat = (lat1 + lat2) / 2;
+  w.Lon = (lon1 + lon2) / 2;
+  CourseAndLength(lat1, lon1, lat2, lon2, w.TrueHeading, w.LengthFeet);
+  w.WidthFeet = width * kFeetPerMetre;
+  w.Surface = surface;
+  a.Runways.push_back(std::move(w));
+}
+
+// 101, a water runway: width, buoys, two ends of 3 fields.
+void ReadWaterRunway(const AptRow& r, SrcAirport& a) {
+  const Tokens& t = r.T;
+  double width = 0, lat1 = 0, lon1 = 0, lat2 = 0, lon2 = 0;
+  if (t.size() < 9 || !ReadDouble(t[1], width) || width < 0 || width > 10000 || !ReadDouble(t[4], lat1) || !ReadDouble(t[5], lon1) ||
+      !ReadDouble(t[7], lat2) || !ReadDouble(t[8], lon2) || !InRange(lat1, lon1) || !InRange(lat2, lon2)) {
+    r.Bad("water runway row 101 is incomplete");
+    return;
+  }
+  SrcRunway w;
+  w.Kind = RunwayKind::Water;
+  w.End1 = std::string(t[3]);
+  w.End2 = std::string(t[6]);
+  w.Lat = (lat1 + lat2) / 2;
+  w.Lon = (lon1 + lon2) / 2;
+  CourseAndLength(lat1, lon1, lat2, lon2, w.TrueHeading, w.LengthFeet);
+  w.WidthFeet = width * kFeetPerMetre;
+  w.Surface = 13;
+  a.Runways.push_back(std::move(w));
+}
+
+// 102, a helipad: designator, position, heading, length, width, surface.
+void ReadHelipad(const AptRow& r, SrcAirport& a) {
+  const Tokens& t = r.T;
+  double lat = 0, lon = 0, hdg = 0, len = 0, width = 0;
+  int surface = 0;
+  if (t.size() < 8 || !ReadDouble(t[2], lat) || !ReadDouble(t[3], lon) || !ReadDouble(t[4], hdg) ||
+      !ReadDouble(t[5], len) || !ReadDouble(t[6], width) || !ReadInt(t[7], surface) || !InRange(lat, lon) ||
+      len < 0 || len > 100000 || width < 0 || width > 100000) {
+    r.Bad("helipad row 102 is incomplete");
+    return;
+  }
+  SrcRunway w;
+  w.Kind = RunwayKind::Helipad;
+  w.End1 = w.End2 = std::string(t[1]);
+  w.Lat = lat;
+  w.Lon = lon;
+  w.TrueHeading = hdg;
+  w.LengthFeet = len * kFeetPerMetre;
+  w.WidthFeet = width * kFeetPerMetre;
+  w.Surface = surface;
+  a.Runways.push_back(std::move(w));
+}
+
+// 10, the old runway/taxiway row: "xxx" is a taxiway piece.
+void ReadOldRow10(const AptRow& r, SrcAirport& a) {
+  const Tokens& t = r.T;
+  double lat = 0, lon = 0, hdg = 0, len = 0, width = 0;
+  int surface = 0;
+  if (t.size() < 11 || !ReadDouble(t[1], lat) || !ReadDouble(t[2], lon) || !ReadDouble(t[4], hdg) ||
+      !ReadDouble(t[5], len) || !ReadDouble(t[8], width) || !InRange(lat, lon) || len <= 0 || len > 100000 ||
+      width < 0 || width > 10000) {
+    r.Bad("row 10 is incomplete or its length or width is out of range");
+    return;
+  }
+  std::string_view number = t[3];
+  if (number == "xxx") {
+    SrcPoint p1 = Offset(lat, lon, hdg + 180, len / 2);
+    SrcPoint p2 = Offset(lat, lon, hdg, len / 2);
+    a.Taxiways.push_back({p1.Lat, p1.Lon, p2.Lat, p2.Lon, width, std::string()});
+    return;
+  }
+  ReadInt(t[10].substr(0, std::min<std::size_t>(t[10].size(), 2)), surface);
+  SrcRunway w;
+  w.Kind = RunwayKind::OldRow10;
+  std::string n(number);
+  while (!n.empty() && n.back() == 'x') n.pop_back();
+  w.End1 = n;
+  w.End2.clear();
+  w.Lat = lat;
+  w.Lon = lon;
+  w.TrueHeading = hdg;
+  w.LengthFeet = len;
+  w.WidthFeet = width;
+  w.Surface = surface;
+  a.Runways.push_back(std::move(w));
+}
+
+// 14, the tower view point.
+void ReadTower(const AptRow& r, SrcAirport& a) {
+  double lat = 0, lon = 0;
+  if (r.T.size() >= 3 && ReadDouble(r.T[1], lat) && ReadDouble(r.T[2], lon) && InRange(lat, lon)) {
+    a.HasTower = true;
+    a.TowerLat = lat;
+    a.TowerLon = lon;
+  } else {
+    r.Bad("tower row 14 is incomplete");
+  }
+}
+
+// 15, a start position, and 1300, a gate or ramp position.
+void ReadParking(const AptRow& r, SrcAirport& a) {
+  const bool gate = r.Row == 1300;
+  auto s = SplitTokens(r.Line, gate ? 7 : 5);
+  double lat = 0, lon = 0, hdg = 0;
+  if (s.size() < (gate ? 6u : 4u) || !ReadDouble(s[1], lat) || !ReadDouble(s[2], lon) || !ReadDouble(s[3], hdg) ||
+      !InRange(lat, lon)) {
+    r.Bad(gate ? "ramp position row 1300 is incomplete" : "start position row 15 is incomplete");
+    return;
+  }
+  SrcParking p;
+  p.Gate = gate;
+  p.Lat = lat;
+  p.Lon = lon;
+  p.Heading = hdg;
+  if (gate) {
+    p.Type = std::string(s[4]);
+    p.Aircraft = std::string(s[5]);
+  }
+  const std::size_t nameAt = gate ? 6 : 4;
+  p.Name = s.size() > nameAt ? std::string(s[nameAt]) : std::string();
+  a.Parking.push_back(std::move(p));
+}
+
+// 50..56 (10 kHz) and 1050..1056 (kHz): a frequency and its name.
+void ReadFrequency(const AptRow& r, SrcAirport& a) {
+  auto s = SplitTokens(r.Line, 3);
+  int value = 0;
+  if (s.size() < 2 || !ReadInt(s[1], value) || value <= 0) {
+    r.Bad("frequency row without a frequency");
+    return;
+  }
+  SrcFrequency f;
+  f.Row = r.Row >= 1050 ? r.Row - 1000 : r.Row;
+  f.KHz = r.Row >= 1050 ? value : value * 10;
+  f.Name = s.size() > 2 ? std::string(s[2]) : std::string();
+  a.Frequencies.push_back(std::move(f));
+}
+
+// 111..116, a node of the pavement ring being read.
+void ReadPavementNode(const AptRow& r, AptState& st) {
+  if (!st.ring) return;  // nodes of a line feature, a boundary or a hole
+  double lat = 0, lon = 0;
+  if (r.T.size() < 3 || !ReadDouble(r.T[1], lat) || !ReadDouble(r.T[2], lon) || !InRange(lat, lon)) {
+    r.Bad("pavement node is incomplete");
+    return;
+  }
+  st.ring->push_back({lat, lon});
+  if (r.Row >= 113) st.ring = nullptr;  // the outer ring is closed; holes follow
+}
+
+// 1201, a taxi network node.
+void ReadTaxiNode(const AptRow& r, AptState& st) {
+  double lat = 0, lon = 0;
+  int id = 0;
+  if (r.T.size() < 5 || !ReadDouble(r.T[1], lat) || !ReadDouble(r.T[2], lon) || !ReadInt(r.T[4], id) ||
+      !InRange(lat, lon)) {
+    r.Bad("taxi node row 1201 is incomplete");
+    return;
+  }
+  st.taxiNodes[id] = {lat, lon};
+}
+
+// 1202, a taxi network edge between two nodes read before it.
+void ReadTaxiEdge(const AptRow& r, AptState& st, SrcAirport& a) {
+  auto s = SplitTokens(r.Line, 6);
+  int n1 = 0, n2 = 0;
+  if (s.size() < 3 || !ReadInt(s[1], n1) || !ReadInt(s[2], n2)) {
+    r.Bad("taxi edge row 1202 is incomplete");
+    return;
+  }
+  auto p1 = st.taxiNodes.find(n1), p2 = st.taxiNodes.find(n2);
+  if (p1 == st.taxiNodes.end() || p2 == st.taxiNodes.end()) {
+    r.Bad("taxi edge row 1202 names a node not defined before it");
+    return;
+  }
+  std::string_view type = s.size() > 4 ? s[4] : std::string_view("taxiway");
+  if (type == "runway") return;  // runways are drawn from their own rows
+  a.Taxiways.push_back({p1->second.Lat, p1->second.Lon, p2->second.Lat, p2->second.Lon, TaxiWidthFeet(type),
+                        s.size() > 5 ? std::string(s[5]) : std::string()});
+}
+
+// 1302, a metadata key and its value.
+void ReadMetadata(const AptRow& r, SrcAirport& a) {
+  auto s = SplitTokens(r.Line, 3);
+  if (s.size() < 3) return;  // a key without value says nothing
+  std::string_view key = s[1];
+  double v = 0;
+  if (key == "city") a.City = std::string(s[2]);
+  else if (key == "state") a.State = std::string(s[2]);
+  else if (key == "country") a.Country = std::string(s[2]);
+  else if (key == "region_code") a.RegionCode = std::string(s[2]);
+  else if (key == "datum_lat" && ReadDouble(s[2], v) && v >= -90 && v <= 90) a.DatumLat = v, a.HasDatum = true;
+  else if (key == "datum_lon" && ReadDouble(s[2], v) && v >= -180 && v <= 180) a.DatumLon = v;
+}
+
+// A row inside an airport's block. Lights, signs, line features,
+// boundaries and traffic flow are not used.
+void ReadAirportRow(const AptRow& r, AptState& st) {
+  SrcAirport& a = *st.airport;
+  switch (r.Row) {
+    case 100: ReadLandRunway(r, a); break;
+    case 101: ReadWaterRunway(r, a); break;
+    case 102: ReadHelipad(r, a); break;
+    case 10: ReadOldRow10(r, a); break;
+    case 14: ReadTower(r, a); break;
+    case 15: case 1300: ReadParking(r, a); break;
+    case 1301:  // details of the ramp position just read
+      if (!a.Parking.empty() && a.Parking.back().Gate && r.T.size() >= 3) a.Parking.back().Operation = std::string(r.T[2]);
+      break;
+    case 50: case 51: case 52: case 53: case 54: case 55: case 56:
+    case 1050: case 1051: case 1052: case 1053: case 1054: case 1055: case 1056: ReadFrequency(r, a); break;
+    case 110:  // pavement: its outer ring follows in rows 111..116
+      a.Pavements.emplace_back();
+      st.ring = &a.Pavements.back();
+      break;
+    case 111: case 112: case 113: case 114: case 115: case 116: ReadPavementNode(r, st); break;
+    case 1201: ReadTaxiNode(r, st); break;
+    case 1202: ReadTaxiEdge(r, st, a); break;
+    case 1302: ReadMetadata(r, a); break;
+    default: break;
+  }
+}
+
+// 1, 16 and 17: the head of an airport, seaport or heliport block.
+void ReadAirportHead(std::string_view line, int row, int64_t number, std::vector<SrcAirport>& out, AptState& st,
+                     SourceReport& report) {
+  FinishAirport(st);
+  auto h = SplitTokens(line, 6);
+  int elev = 0;
+  if (h.size() < 5 || !ReadInt(h[1], elev)) {
+    report.Problem(number, "airport header without elevation and ident");
+    return;
+  }
+  SrcAirport a;
+  a.Row = row;
+  a.ElevationFeet = elev;
+  a.Icao = std::string(h[4]);
+  a.Name = h.size() > 5 ? std::string(h[5]) : std::string();
+  a.Line = number;
+  out.push_back(std::move(a));
+  st.airport = &out.back();
+  ++report.Records;
+}
+
 }  // namespace
 
 void ReadAptDat(std::string_view text, std::vector<SrcAirport>& out, SourceReport& report) {
@@ -194,255 +464,19 @@ void ReadAptDat(std::string_view text, std::vector<SrcAirport>& out, SourceRepor
       continue;
     }
     if (row == 99) break;
-    auto bad = [&](std::string_view what) { report.Problem(lines.Number(), what); };
     if (row < 111 || row > 116) st.ring = nullptr;  // nodes only follow their own head row
-
     if (row == 1 || row == 16 || row == 17) {
-      FinishAirport(st);
-      auto h = SplitTokens(line, 6);
-      int elev = 0;
-      if (h.size() < 5 || !ReadInt(h[1], elev)) {
-        bad("airport header without elevation and ident");
-        continue;
-      }
-      SrcAirport a;
-      a.Row = row;
-      a.ElevationFeet = elev;
-      a.Icao = std::string(h[4]);
-      a.Name = h.size() > 5 ? std::string(h[5]) : std::string();
-      a.Line = lines.Number();
-      out.push_back(std::move(a));
-      st.airport = &out.back();
-      ++report.Records;
+      ReadAirportHead(line, row, lines.Number(), out, st, report);
       continue;
     }
     if (!st.airport) {
+      // Rows that stand outside any airport in the newer files.
       if (row != 1000 && row != 1001 && row != 1002 && row != 1003 && row != 1004 && row != 1100 &&
           row != 1101 && row != 1200)
-        bad("row outside an airport");
+        report.Problem(lines.Number(), "row outside an airport");
       continue;
     }
-    SrcAirport& a = *st.airport;
-    switch (row) {
-      case 100: {  // land runway: width, surface, ..., then two ends of 9 fields
-        double width = 0, lat1 = 0, lon1 = 0, lat2 = 0, lon2 = 0;
-        int surface = 0;
-        if (t.size() < 20 || !ReadDouble(t[1], width) || width < 0 || width > 10000 || !ReadInt(t[2], surface) || !ReadDouble(t[9], lat1) ||
-            !ReadDouble(t[10], lon1) || !ReadDouble(t[18], lat2) || !ReadDouble(t[19], lon2) ||
-            !InRange(lat1, lon1) || !InRange(lat2, lon2)) {
-          bad("land runway row 100 is incomplete");
-          break;
-        }
-        SrcRunway r;
-        r.Kind = RunwayKind::Land;
-        r.End1 = std::string(t[8]);
-        r.End2 = std::string(t[17]);
-        r.Lat = (lat1 + lat2) / 2;
-        r.Lon = (lon1 + lon2) / 2;
-        CourseAndLength(lat1, lon1, lat2, lon2, r.TrueHeading, r.LengthFeet);
-        r.WidthFeet = width * kFeetPerMetre;
-        r.Surface = surface;
-        a.Runways.push_back(std::move(r));
-        break;
-      }
-      case 101: {  // water runway: width, buoys, two ends of 3 fields
-        double width = 0, lat1 = 0, lon1 = 0, lat2 = 0, lon2 = 0;
-        if (t.size() < 9 || !ReadDouble(t[1], width) || width < 0 || width > 10000 || !ReadDouble(t[4], lat1) || !ReadDouble(t[5], lon1) ||
-            !ReadDouble(t[7], lat2) || !ReadDouble(t[8], lon2) || !InRange(lat1, lon1) || !InRange(lat2, lon2)) {
-          bad("water runway row 101 is incomplete");
-          break;
-        }
-        SrcRunway r;
-        r.Kind = RunwayKind::Water;
-        r.End1 = std::string(t[3]);
-        r.End2 = std::string(t[6]);
-        r.Lat = (lat1 + lat2) / 2;
-        r.Lon = (lon1 + lon2) / 2;
-        CourseAndLength(lat1, lon1, lat2, lon2, r.TrueHeading, r.LengthFeet);
-        r.WidthFeet = width * kFeetPerMetre;
-        r.Surface = 13;
-        a.Runways.push_back(std::move(r));
-        break;
-      }
-      case 102: {  // helipad: designator, position, heading, length, width, surface
-        double lat = 0, lon = 0, hdg = 0, len = 0, width = 0;
-        int surface = 0;
-        if (t.size() < 8 || !ReadDouble(t[2], lat) || !ReadDouble(t[3], lon) || !ReadDouble(t[4], hdg) ||
-            !ReadDouble(t[5], len) || !ReadDouble(t[6], width) || !ReadInt(t[7], surface) || !InRange(lat, lon) ||
-            len < 0 || len > 100000 || width < 0 || width > 100000) {
-          bad("helipad row 102 is incomplete");
-          break;
-        }
-        SrcRunway r;
-        r.Kind = RunwayKind::Helipad;
-        r.End1 = r.End2 = std::string(t[1]);
-        r.Lat = lat;
-        r.Lon = lon;
-        r.TrueHeading = hdg;
-        r.LengthFeet = len * kFeetPerMetre;
-        r.WidthFeet = width * kFeetPerMetre;
-        r.Surface = surface;
-        a.Runways.push_back(std::move(r));
-        break;
-      }
-      case 10: {  // the old runway/taxiway row: "xxx" is a taxiway piece
-        double lat = 0, lon = 0, hdg = 0, len = 0, width = 0;
-        int surface = 0;
-        if (t.size() < 11 || !ReadDouble(t[1], lat) || !ReadDouble(t[2], lon) || !ReadDouble(t[4], hdg) ||
-            !ReadDouble(t[5], len) || !ReadDouble(t[8], width) || !InRange(lat, lon) || len <= 0 || len > 100000 ||
-            width < 0 || width > 10000) {
-          bad("row 10 is incomplete or its length or width is out of range");
-          break;
-        }
-        std::string_view number = t[3];
-        if (number == "xxx") {
-          SrcPoint p1 = Offset(lat, lon, hdg + 180, len / 2);
-          SrcPoint p2 = Offset(lat, lon, hdg, len / 2);
-          a.Taxiways.push_back({p1.Lat, p1.Lon, p2.Lat, p2.Lon, width, std::string()});
-        } else {
-          ReadInt(t[10].substr(0, std::min<std::size_t>(t[10].size(), 2)), surface);
-          SrcRunway r;
-          r.Kind = RunwayKind::OldRow10;
-          std::string n(number);
-          while (!n.empty() && n.back() == 'x') n.pop_back();
-          r.End1 = n;
-          r.End2.clear();
-          r.Lat = lat;
-          r.Lon = lon;
-          r.TrueHeading = hdg;
-          r.LengthFeet = len;
-          r.WidthFeet = width;
-          r.Surface = surface;
-          a.Runways.push_back(std::move(r));
-        }
-        break;
-      }
-      case 14: {  // tower view point
-        double lat = 0, lon = 0;
-        if (t.size() >= 3 && ReadDouble(t[1], lat) && ReadDouble(t[2], lon) && InRange(lat, lon)) {
-          a.HasTower = true;
-          a.TowerLat = lat;
-          a.TowerLon = lon;
-        } else {
-          bad("tower row 14 is incomplete");
-        }
-        break;
-      }
-      case 15: {  // start position
-        auto s = SplitTokens(line, 5);
-        double lat = 0, lon = 0, hdg = 0;
-        if (s.size() < 4 || !ReadDouble(s[1], lat) || !ReadDouble(s[2], lon) || !ReadDouble(s[3], hdg) ||
-            !InRange(lat, lon)) {
-          bad("start position row 15 is incomplete");
-          break;
-        }
-        SrcParking p;
-        p.Lat = lat;
-        p.Lon = lon;
-        p.Heading = hdg;
-        p.Name = s.size() > 4 ? std::string(s[4]) : std::string();
-        a.Parking.push_back(std::move(p));
-        break;
-      }
-      case 1300: {  // gate or ramp position
-        auto s = SplitTokens(line, 7);
-        double lat = 0, lon = 0, hdg = 0;
-        if (s.size() < 6 || !ReadDouble(s[1], lat) || !ReadDouble(s[2], lon) || !ReadDouble(s[3], hdg) ||
-            !InRange(lat, lon)) {
-          bad("ramp position row 1300 is incomplete");
-          break;
-        }
-        SrcParking p;
-        p.Gate = true;
-        p.Lat = lat;
-        p.Lon = lon;
-        p.Heading = hdg;
-        p.Type = std::string(s[4]);
-        p.Aircraft = std::string(s[5]);
-        p.Name = s.size() > 6 ? std::string(s[6]) : std::string();
-        a.Parking.push_back(std::move(p));
-        break;
-      }
-      case 1301: {  // details of the ramp position just read
-        if (!a.Parking.empty() && a.Parking.back().Gate && t.size() >= 3) a.Parking.back().Operation = std::string(t[2]);
-        break;
-      }
-      case 50: case 51: case 52: case 53: case 54: case 55: case 56:
-      case 1050: case 1051: case 1052: case 1053: case 1054: case 1055: case 1056: {
-        auto s = SplitTokens(line, 3);
-        int value = 0;
-        if (s.size() < 2 || !ReadInt(s[1], value) || value <= 0) {
-          bad("frequency row without a frequency");
-          break;
-        }
-        SrcFrequency f;
-        f.Row = row >= 1050 ? row - 1000 : row;
-        f.KHz = row >= 1050 ? value : value * 10;
-        f.Name = s.size() > 2 ? std::string(s[2]) : std::string();
-        a.Frequencies.push_back(std::move(f));
-        break;
-      }
-      case 110: {  // pavement: its outer ring follows in rows 111..116
-        a.Pavements.emplace_back();
-        st.ring = &a.Pavements.back();
-        break;
-      }
-      case 111: case 112: case 113: case 114: case 115: case 116: {
-        if (!st.ring) break;  // nodes of a line feature, a boundary or a hole
-        double lat = 0, lon = 0;
-        if (t.size() < 3 || !ReadDouble(t[1], lat) || !ReadDouble(t[2], lon) || !InRange(lat, lon)) {
-          bad("pavement node is incomplete");
-          break;
-        }
-        st.ring->push_back({lat, lon});
-        if (row >= 113) st.ring = nullptr;  // the outer ring is closed; holes follow
-        break;
-      }
-      case 1201: {  // taxi network node
-        double lat = 0, lon = 0;
-        int id = 0;
-        if (t.size() < 5 || !ReadDouble(t[1], lat) || !ReadDouble(t[2], lon) || !ReadInt(t[4], id) ||
-            !InRange(lat, lon)) {
-          bad("taxi node row 1201 is incomplete");
-          break;
-        }
-        st.taxiNodes[id] = {lat, lon};
-        break;
-      }
-      case 1202: {  // taxi network edge between two nodes
-        auto s = SplitTokens(line, 6);
-        int n1 = 0, n2 = 0;
-        if (s.size() < 3 || !ReadInt(s[1], n1) || !ReadInt(s[2], n2)) {
-          bad("taxi edge row 1202 is incomplete");
-          break;
-        }
-        auto p1 = st.taxiNodes.find(n1), p2 = st.taxiNodes.find(n2);
-        if (p1 == st.taxiNodes.end() || p2 == st.taxiNodes.end()) {
-          bad("taxi edge row 1202 names a node not defined before it");
-          break;
-        }
-        std::string_view type = s.size() > 4 ? s[4] : std::string_view("taxiway");
-        if (type == "runway") break;  // runways are drawn from their own rows
-        a.Taxiways.push_back({p1->second.Lat, p1->second.Lon, p2->second.Lat, p2->second.Lon, TaxiWidthFeet(type),
-                              s.size() > 5 ? std::string(s[5]) : std::string()});
-        break;
-      }
-      case 1302: {  // metadata key and value
-        auto s = SplitTokens(line, 3);
-        if (s.size() < 3) break;  // a key without value says nothing
-        std::string_view key = s[1];
-        double v = 0;
-        if (key == "city") a.City = std::string(s[2]);
-        else if (key == "state") a.State = std::string(s[2]);
-        else if (key == "country") a.Country = std::string(s[2]);
-        else if (key == "region_code") a.RegionCode = std::string(s[2]);
-        else if (key == "datum_lat" && ReadDouble(s[2], v) && v >= -90 && v <= 90) a.DatumLat = v, a.HasDatum = true;
-        else if (key == "datum_lon" && ReadDouble(s[2], v) && v >= -180 && v <= 180) a.DatumLon = v;
-        break;
-      }
-      default:
-        break;  // lights, signs, line features, boundaries, traffic flow: not used
-    }
+    ReadAirportRow(AptRow{row, t, line, lines.Number(), report}, st);
   }
 }
 

@@ -116,7 +116,7 @@ constexpr MenuEntry kEntries[] = {
 
     {"menuVFR", "", "&VFR", K::Heading, ""},
     {"menuCheckControlzone", "menuVFR", "&Check Control Zone", K::Toggle, ""},
-    {"MenuViolation", "menuVFR", "Control Zone &Violation", K::Command, ""},
+    {"MenuViolation", "menuVFR", "Control Zone &Violation", K::Toggle, ""},
 
     {"menuTracks", "", "&Tracks", K::Heading, ""},
     {"menuNatrack", "menuTracks", "&Natrack", K::Heading, ""},

@@ -68,13 +68,14 @@ constexpr PlainToggle kPlain[] = {
     {"MenuLatLong", Owner::Layers, &MapLayers::MenuLatLong, nullptr, nullptr, true, true},
     {"MenuTraceActive", Owner::Layers, &MapLayers::MenuTraceActive, nullptr, nullptr, false, true},
     {"menuShowAlt", Owner::Layers, &MapLayers::menuShowAlt, nullptr, nullptr, false, true},
-    {"MenuViolation", Owner::Layers, &MapLayers::MenuViolation, nullptr, nullptr, false, false},
+    {"MenuViolation", Owner::Layers, &MapLayers::MenuViolation, nullptr, nullptr, false, true},
     {"MenuAoM", Owner::View, nullptr, &ViewState::AircraftOnMap, nullptr, true, false},
     {"menuAutozoom", Owner::View, nullptr, &ViewState::Autozoom, nullptr, true, false},
     {"menuRoundWorld", Owner::View, nullptr, &ViewState::RoundWorld, nullptr, true, true},
     {"MenuDisplayProc", Owner::Window, nullptr, nullptr, &WindowToggles::MenuDisplayProc, true, true},
     {"MenuOnTop", Owner::Window, nullptr, nullptr, &WindowToggles::MenuOnTop, false, false},
     {"MenuShowPlan", Owner::Window, nullptr, nullptr, &WindowToggles::MenuShowPlan, false, false},
+    {"menuExtTable", Owner::Window, nullptr, nullptr, &WindowToggles::menuExtTable, false, false},
 };
 
 const PlainToggle* FindPlain(std::string_view name) {
@@ -164,9 +165,15 @@ bool MenuToggleClicked(MainWindowState& s, std::string_view menuName, MainWindow
   *value = !*value;
   if (menuName == "MenuOnTop") host.SetOnTop(*value);
   if (menuName == "MenuShowPlan") host.ShowPlan(*value);
+  if (menuName == "menuExtTable") SetExtendedTable(s, *value);
   if (t->Focus) host.FocusMap();
   if (t->Redraw) RedrawIfReady(s.View, host);
   return true;
+}
+
+void SetExtendedTable(MainWindowState& s, bool on) {
+  s.Window.menuExtTable = on;
+  if (s.Table) s.Table->SetExtended(on);
 }
 
 bool ZoomMenuClicked(ViewState& v, std::string_view menuName, MainWindowHost& host, Ui& ui) {

@@ -16,6 +16,7 @@
 #include "core/Ui.h"
 #include "map/RenderPass.h"
 #include "map/Viewport.h"
+#include "planning/WPTable.h"
 
 namespace orv {
 
@@ -27,6 +28,7 @@ struct WindowToggles {
   bool btnAI = false;  // MenuAi: AI traffic
   bool ReducedWindow = false;
   bool ToggleBar = true;  // pnlToggleButtons shown
+  bool menuExtTable = false;  // Extended Table: the plan table's live columns open
 };
 
 // The window around the logic: the view's host plus what the keys and
@@ -47,7 +49,13 @@ struct MainWindowState {
   MapLayers& Layers;
   ViewState& View;
   WindowToggles& Window;
+  // The plan table whose columns Extended Table opens; nullptr: none.
+  WPTable* Table = nullptr;
 };
+
+// Extended Table on or off (the menu entry, or the takeoff of live
+// tracking, which opens it): the check mark and the table's widths.
+void SetExtendedTable(MainWindowState& s, bool on);
 
 // The switch behind a toolbar button name ("btnAP", "btnFreq", ...), or nullptr.
 bool* ButtonSwitch(MainWindowState& s, std::string_view button);

@@ -10,6 +10,7 @@
 #include "core/TextFormats.h"
 #include "map/MapGeodesy.h"
 #include "map/Navaid.h"
+#include "map/ZoneWatch.h"
 
 namespace orv {
 
@@ -266,6 +267,7 @@ struct MapRenderer::Pass {
   void DrawLatLong();
   void DrawAirspaces();
   void DrawActiveZone(const ActiveZone& zone);
+  void DrawViolations();
   void StatusFields();
   void DrawCompass();
   void DrawMsa();
@@ -388,6 +390,7 @@ void MapRenderer::Pass::Run() {
     map.Circle(proj.X(over->MapPointLon, over->MapPointLat), proj.Y(over->MapPointLat), 60, c.Hilite);
   }
   if (layers.MenuTraceActive || over->ReplayMode) DrawTrace();
+  if (over->Sim.Connected && label <= 100 && layers.btnCtrz && layers.MenuViolation) DrawViolations();
 }
 
 // ------------------------------------------------------------ background
@@ -644,6 +647,18 @@ void MapRenderer::Pass::DrawActiveZone(const ActiveZone& zone) {
   map.SetForeColor(zone.AircraftInside ? c.AcAtCtrz : c.Ctrz);
   map.SetDrawWidth(1);
   PolylineOf(db.Shapes.PointsOf(a), 1000, false);
+}
+
+// The violation watch: the control zones the aircraft is in, outlined in
+// the "AC in Ctrz" colour.
+void MapRenderer::Pass::DrawViolations() {
+  std::vector<int32_t> zones;
+  ZonesHolding(db.Shapes, over->Sim.Lat, over->Sim.Lon, zones);
+  map.SetForeColor(c.AcInCtrz);
+  map.SetDrawWidth(2);
+  map.SetFillStyle(kFillTransparent);
+  for (int32_t z : zones) PolylineOf(db.Shapes.PointsOf(db.Shapes.Airspaces[static_cast<std::size_t>(z)]), 1000, true);
+  map.SetDrawWidth(1);
 }
 
 void MapRenderer::Pass::StatusFields() {

@@ -15,7 +15,7 @@
 //   IlsRec::Values[1]  true course of the localizer; 0 or out of range: the
 //                      runway end's heading
 //   IlsRec::Values[2]  glide slope angle; 0 for a localizer without glide slope
-//   VorRec::Value      range in NM (the radius of the compass rose)
+//   VorRec::Value      radius of the compass rose in NM
 //   MsaRec             FloatValue(0..3) the cell's North, West, South, East,
 //                      FloatValue(4) the minimum safe altitude in feet
 //   ParkingRec::Value  heading of the parking position in whole degrees

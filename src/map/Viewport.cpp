@@ -174,6 +174,13 @@ void LoadView(ViewState& v, float lat, float lon, int zoomIndex, ViewHost& host)
   host.SetMapStatus(kStatusRange, RangeText(ZoomTable[static_cast<std::size_t>(zoomIndex)].Nm));
 }
 
+void ApplyWindowZoomFactor(ViewState& v, double windowHeight) {
+  // A minimised window reports no height; the scale waits for the restore.
+  if (!(windowHeight > 0) || !std::isfinite(windowHeight)) return;
+  v.ZoomFactor = CSng(windowHeight / 8535.0);
+  v.Scaling = ScalingOf(v, v.ZoomIndex);
+}
+
 void ResizeView(ViewState& v, double windowHeight, const DrawTarget& map, ViewHost& host, Ui& ui) {
   // A minimised window reports no height; the scale waits for the restore.
   if (!(windowHeight > 0) || !std::isfinite(windowHeight)) return;

@@ -218,6 +218,12 @@ void LoadView(ViewState& v, float lat, float lon, int zoomIndex, ViewHost& host)
 // again so that the window shows the same ground range.
 void ResizeView(ViewState& v, double windowHeight, const DrawTarget& map, ViewHost& host, Ui& ui);
 
+// The zoom factor of a window windowHeight twips high (its Height over
+// 8535, the whole window and not only the map), and Scaling again for the
+// present zoom step; nothing is drawn. The window's map surface calls it
+// whenever it prepares a picture of a new size.
+void ApplyWindowZoomFactor(ViewState& v, double windowHeight);
+
 // Autozoom, run on each simulator tick after FollowAircraft: 2 NM on the
 // ground, 50 NM in the air.
 void AutoZoomTick(ViewState& v, bool onGround, ViewHost& host, Ui& ui);

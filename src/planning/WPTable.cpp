@@ -26,6 +26,11 @@ void WPTable::SetFuelUnit(std::string_view unit) {
   lines_[0].cells[kFuel].Text = "Fuel (" + std::string(unit) + ")";
 }
 
+std::string_view WPTable::FuelUnitOf(const AppState& state) {
+  const std::size_t index = state.Config.Fuel < state.FuelUnits.size() ? state.Config.Fuel : 2;
+  return state.FuelUnits[index];
+}
+
 int WPTable::ColWidth(int col) const {
   if (col < 0 || col >= kColumns) return 0;
   return extended_ ? kExtendedWidths[static_cast<size_t>(col)] : kNarrowWidths[static_cast<size_t>(col)];

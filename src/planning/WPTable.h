@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/AppState.h"
 #include "planning/FlightPlan.h"
 
 namespace orv {
@@ -55,10 +56,17 @@ public:
 
   int ColWidth(int col) const;
   bool Extended() const { return extended_; }
-  // menuExtTable: opens columns 7 to 10.
+  // Extended Table (menuExtTable), or the takeoff of live tracking: opens
+  // columns 7 to 10 (ATA, GS, Altitude, Fuel) with 500, 600, 700 and 950;
+  // closed they are 1 wide. The window sizes its columns by ColWidth.
   void SetExtended(bool on) { extended_ = on; }
   // The unit in the heading of column 10 ("gal", "lbs", "kg", "lit").
   void SetFuelUnit(std::string_view unit);
+  // The unit of the FUEL= setting, as the fuel window shows the trip in it.
+  void SetFuelUnitOf(const AppState& state) { SetFuelUnit(FuelUnitOf(state)); }
+  // FuelUnits by FUEL=; a setting beyond the list counts as kg, as in the
+  // fuel window.
+  static std::string_view FuelUnitOf(const AppState& state);
 
   // Back to the heading line alone.
   void Clear();

@@ -1,6 +1,7 @@
 #include "ui/MapWidget.h"
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
@@ -9,6 +10,7 @@
 #include <algorithm>
 
 #include "mapqt/MapPicture.h"
+#include "ui/QtUi.h"
 
 namespace orv::ui {
 
@@ -58,6 +60,9 @@ void MapWidget::EnsureTargets() {
 void MapWidget::PrepareSurface() {
   if (!map_) return;
   PrepareMapPicture(*map_, src_.View, src_.View.ZoomIndex);
+  // The window's zoom factor is its whole height over 8535 twips, not the
+  // picture's height over 7000.
+  ApplyWindowZoomFactor(src_.View, window()->height() * kTwipsPerPixel);
   back_->SetScaleWidth(map_->ScaleWidth());
   back_->SetScaleHeight(map_->ScaleHeight());
 }
@@ -66,6 +71,11 @@ void MapWidget::Redraw() {
   EnsureTargets();
   MapScene scene{src_.View, src_.Colours, src_.Layers, src_.Db, src_.Plan};
   renderer_.DrawMap(scene, *map_, back_.get());
+  // Every pass writes MapStatus(2) and MapStatus(3), whatever asked for it
+  // (the first paint, a resize or a redraw of the window).
+  for (int field : {kStatusMagVar, kStatusPosition})
+    if (auto* label = window()->findChild<QLabel*>(QString("MapStatus%1").arg(field)))
+      label->setText(ToQt(field == kStatusMagVar ? renderer_.MagVarStatus() : renderer_.PositionStatus()));
   ++passes_;
   dirty_ = false;
   update();

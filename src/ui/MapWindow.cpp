@@ -167,7 +167,10 @@ void MapWindow::CloseProgram() { w_.close(); }
 
 void MapWindow::RefreshPlanTable() {
   model_->Reset();
-  table_->resizeColumnsToContents();
+  // The table keeps its own column widths (in twips): the extended columns
+  // stay closed until Extended Table or the takeoff opens them.
+  for (int c = 0; c < WPTable::kColumns; ++c)
+    table_->setColumnWidth(c, std::max(1, s_.Panel.Table.ColWidth(c) / kTwips));
 }
 
 void MapWindow::ShowReduced(bool on) {

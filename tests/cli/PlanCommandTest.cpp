@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include <sstream>
 
 #include "cli/Cli.h"
@@ -200,6 +202,12 @@ TEST(PlanCommand, LowAltitudeAndLevelWarnings) {
   CliRun raised = Plan(app, {"AAAA", "BBBB", "--aircraft", "1", "--level", "FL250"});
   EXPECT_EQ(raised.err, "");
   EXPECT_NE(raised.out.find("Flight level: 250\n"), std::string::npos);
+
+  // FUEL=1: the fuel column's heading and the trip both in pounds.
+  std::ofstream(app / "orv.ini", std::ios::binary) << "FUEL=1\r\n";
+  CliRun lbs = Plan(app, {"AAAA", "BBBB"});
+  EXPECT_EQ(lbs.out.substr(0, lbs.out.find('\n')), "Sym\tCode\tName\tFreq\tCourse\tDistance\tETA\tATA\tGS\tAltitude\tFuel (lbs)");
+  EXPECT_NE(lbs.out.find("\nTrip: 6593.40 lbs\n"), std::string::npos) << lbs.out;
 }
 
 TEST(PlanCommand, FailuresExitWithTheMessage) {

@@ -39,11 +39,9 @@ Settings Read(std::string_view text) {
 
 TEST(Settings, DefaultsAreWrittenWholeInTheFixedOrder) {
   EXPECT_EQ(WriteIni(Settings()), kDefaultIni);
-  // The defaults read back are the defaults.
+  // The defaults read back are the defaults (FSX and the TRACEALTTYPE flag
+  // stay unset without their keys: see ClampsAndRewritesAfterReading).
   EXPECT_EQ(WriteIni(Read(kDefaultIni)), kDefaultIni);
-  Settings s;
-  EXPECT_FALSE(s.Fsx.has_value());
-  EXPECT_FALSE(s.TraceAltTypeZero);
 }
 
 TEST(Settings, EveryKeyRoundTripsThroughTheFile) {
@@ -88,20 +86,29 @@ TEST(Settings, MatchingIsByCaseSensitiveKeyAndEqualsAtLineStart) {
   EXPECT_EQ(s.SecWidth, 25);
 }
 
-TEST(Settings, NumbersAreTolerantRoundedHalfToEvenAndSaturating) {
-  Settings s = Read("SCALE=2.5\nAIRCRAFT=3.5\nMAPWIN=300\nFUEL=-2\nLL=99999\nSECLEN=-40000\n"
-                    "MAP=12abc\nCOAST=abc\nREGION=2147483648\nCITY= 17 \nFAFDIST=1E1\n");
+TEST(Settings, NumbersAreTolerantRoundedHalfToEvenAndAValueThatDoesNotFitKeepsTheDefault) {
+  Settings s = Read("SCALE=2.5\nAIRCRAFT=3.5\nMAPWIN=255.4\nFUEL=300\nDECSEC=40000\nLL=-32768\nSECLEN=-40000\n"
+                    "MAP=12abc\nCOAST=abc\nREGION=2147483648\nCITY= 17 \nFAFDIST=1E1\nMZOOM=-0.5\n");
   EXPECT_EQ(s.Scale, 2);
   EXPECT_EQ(s.Aircraft, 4);
   EXPECT_EQ(s.MapWin, 255);
-  EXPECT_EQ(s.Fuel, 0);
-  EXPECT_EQ(s.LL, 32767);
-  EXPECT_EQ(s.SecLen, -32768);
+  EXPECT_EQ(s.Fuel, 2);
+  EXPECT_EQ(s.DecSec, 1);
+  EXPECT_EQ(s.LL, -32768);
+  EXPECT_EQ(s.SecLen, 50);
   EXPECT_EQ(s.Map, 12);
   EXPECT_EQ(s.Coast, 0);
-  EXPECT_EQ(s.Region, 2147483647);
+  EXPECT_EQ(s.Region, 0);
   EXPECT_EQ(s.City, 17);
   EXPECT_EQ(s.FafDist, 10);
+  EXPECT_EQ(s.MZoom, 0);
+  // The save writes the defaults back, never a clamped 255 or 32767.
+  std::string text = WriteIni(s);
+  EXPECT_NE(text.find("\r\nFUEL=2\r\n"), std::string::npos);
+  EXPECT_NE(text.find("\r\nDECSEC=1\r\n"), std::string::npos);
+  EXPECT_NE(text.find("\r\nSECLEN=50\r\n"), std::string::npos);
+  // An earlier good line of the key stays when a later one does not fit.
+  EXPECT_EQ(Read("FUEL=1\nFUEL=256\n").Fuel, 1);
   // Texts are the rest of the line as it stands, blanks and "=" included.
   s = Read("FPPATH09= C:\\a=b \nONLUSRCALLSIGN=\n");
   EXPECT_EQ(s.FpPath09, " C:\\a=b ");

@@ -1,6 +1,8 @@
 // The mapping of source records to database records.
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "dbm/DatabaseBuilder.h"
 #include "dbm/IcaoPrefixes.h"
 
@@ -225,27 +227,31 @@ TEST(Mapping, SmallWorldBecomesTheTables) {
   EXPECT_EQ(nav.Vors[0].TypeName.Trimmed(), "VOR-DME");
   EXPECT_EQ(nav.Vors[0].Name.Trimmed(), "FRANKFURT");
   EXPECT_FLOAT_EQ(nav.Vors[0].Frequency, 114.2f);
-  EXPECT_FLOAT_EQ(nav.Vors[0].Value, 130.0f);
+  // The rose's radius, not the 130 NM range: at label 150 in the smallest
+  // window (4980 twips, zoom factor 0.5835) the pass's radius is
+  // CInt(2 / 60 * 2800 * 0.5835) = 54, above the 51 that draws a rose; at
+  // label 1 on a 1000-pixel picture it is 2 / 60 * 420000 * 15 / 7 = 30000.
+  EXPECT_FLOAT_EQ(nav.Vors[0].Value, 2.0f);
   ASSERT_EQ(nav.Ndbs.size(), 1u);
   EXPECT_EQ(nav.Ndbs[0].TypeText.Trimmed(), "5");
   EXPECT_FLOAT_EQ(nav.Ndbs[0].Frequency, 344.0f);
   EXPECT_EQ(nav.Fixes.size(), 3u);
 
-  // Intersections: the two airway points first, then the en-route fix off
-  // the airways; the terminal fix gets no slot.
+  // Intersections south to north: FFM (50.05), ABMAL (50.1), then the
+  // en-route fix LONER (51.0) off the airways; the terminal fix gets no slot.
   EXPECT_EQ(nav.MaxIntersectionIndex, 2);
-  EXPECT_EQ(nav.Intersections[0].Ident.Trimmed(), "ABMAL");
-  EXPECT_EQ(nav.Intersections[1].Ident.Trimmed(), "FFM");
-  EXPECT_EQ(nav.Intersections[1].Name.Trimmed(), "FRANKFURT");
+  EXPECT_EQ(nav.Intersections[0].Ident.Trimmed(), "FFM");
+  EXPECT_EQ(nav.Intersections[0].Name.Trimmed(), "FRANKFURT");
+  EXPECT_EQ(nav.Intersections[1].Ident.Trimmed(), "ABMAL");
   EXPECT_EQ(nav.Intersections[2].Ident.Trimmed(), "LONER");
   EXPECT_TRUE(nav.Intersections[3].Ident.IsEmptySlot());
-  // Y180 both ways low; UN850 only forward, high.
+  // Y180 both ways low; UN850 only forward (ABMAL to FFM), high.
   ASSERT_EQ(nav.LowAirways(0).size(), 1u);
   ASSERT_EQ(nav.LowAirways(1).size(), 1u);
-  ASSERT_EQ(nav.HighAirways(0).size(), 1u);
-  EXPECT_TRUE(nav.HighAirways(1).empty());
-  const AirwayLinkRec& l = nav.LowAirways(0)[0];
-  EXPECT_EQ(l.Target, 1);
+  ASSERT_EQ(nav.HighAirways(1).size(), 1u);
+  EXPECT_TRUE(nav.HighAirways(0).empty());
+  const AirwayLinkRec& l = nav.LowAirways(1)[0];
+  EXPECT_EQ(l.Target, 0);
   EXPECT_EQ(l.AirwayName.Trimmed(), "Y180");
   EXPECT_NEAR(l.Distance, DistanceNm(50.1, 8.2, 50.05, 8.64), 1e-3);
   EXPECT_NEAR(l.Distance, 17.2, 0.05);  // 3 NM north, 16.9 NM east
@@ -254,8 +260,40 @@ TEST(Mapping, SmallWorldBecomesTheTables) {
   ASSERT_EQ(nav.VictorAirways.size(), 1u);
   ASSERT_EQ(nav.JetAirways.size(), 1u);
   EXPECT_EQ(nav.JetAirways[0].Name.Trimmed(), "UN850");
-  EXPECT_EQ(nav.JetAirways[0].FromIndex, 0);
-  EXPECT_EQ(nav.JetAirways[0].ToIndex, 1);
+  EXPECT_EQ(nav.JetAirways[0].FromIndex, 1);
+  EXPECT_EQ(nav.JetAirways[0].ToIndex, 0);
+}
+
+TEST(Mapping, AirwayPointsKeepTheirSlotsWhenTheTableIsFull) {
+  // 40001 fixes off the airways, all south of an airway whose two ends come
+  // last by ident: the airway still gets its slots, the two fixes last by ident
+  // are the ones left out, and the table stays south to north.
+  XPlaneSources s;
+  s.Fixes.reserve(kIntersectionSlots + 2);
+  for (std::size_t i = 0; i < kIntersectionSlots; ++i) {
+    char ident[8];
+    std::snprintf(ident, sizeof ident, "F%04zx", i);
+    s.Fixes.push_back({-80.0 + static_cast<double>(i) * 0.004, 10.0, ident, "ZZ", false});
+  }
+  SrcAirway w;
+  w.From = {"ZZZZY", "", 0, true, 89.0, 1.0};
+  w.To = {"ZZZZZ", "", 0, true, 88.0, 2.0};
+  w.Name = "Z1";
+  s.Airways.push_back(w);
+  BuiltDatabase out;
+  BuildDatabase(s, FlatGrid(0), {}, out);
+  const NavaidTables& nav = out.Db.Navaids;
+  ASSERT_EQ(nav.MaxIntersectionIndex, 40000);
+  EXPECT_EQ(out.LeftOut, 0);
+  EXPECT_EQ(nav.Intersections[0].Ident.Trimmed(), "F0000");
+  EXPECT_EQ(nav.Intersections[39998].Ident.Trimmed(), "F9c3e");  // F9c3f and F9c40, last by ident, have none
+  EXPECT_EQ(nav.Intersections[39999].Ident.Trimmed(), "ZZZZZ");
+  EXPECT_EQ(nav.Intersections[40000].Ident.Trimmed(), "ZZZZY");
+  for (std::size_t i = 1; i < kIntersectionSlots; ++i)
+    ASSERT_LT(nav.Intersections[i - 1].Lat, nav.Intersections[i].Lat) << i;
+  ASSERT_EQ(nav.VictorAirways.size(), 1u);
+  EXPECT_EQ(nav.VictorAirways[0].FromIndex, 40000);
+  EXPECT_EQ(nav.VictorAirways[0].ToIndex, 39999);
 }
 
 TEST(Mapping, AirwaysOfThe1100LayoutResolveTheirEnds) {

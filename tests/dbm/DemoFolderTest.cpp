@@ -9,6 +9,10 @@
 #include "core/Startup.h"
 #include "database/DatabaseLoader.h"
 #include "dbm/DbmCommand.h"
+#include "planning/Aircraft.h"
+#include "planning/NavLookupDb.h"
+#include "planning/RouteCreation.h"
+#include "planning/WPTable.h"
 #include "support/FakeClock.h"
 #include "support/ScriptedUi.h"
 #include "support/TempDir.h"
@@ -31,6 +35,35 @@ const AirportRec* FindAirport(const NavDatabase& db, std::string_view icao) {
   for (const AirportRec& a : db.Airports.Airports)
     if (a.Icao.Trimmed() == icao) return &a;
   return nullptr;
+}
+
+// The codes of the rows a navaid plan puts between two airports, with the
+// default sector (50 NM long, 30 degrees wide, great circle).
+std::vector<std::string> NavaidPlanCodes(NavDatabase& db, const AppState& state, std::string_view dep,
+                                         std::string_view dest) {
+  test::ScriptedUi ui;
+  AircraftDb aircraft;
+  int16_t number = 1;
+  LoadAircraft(state.Folder.Resolve(kAircraftFile), number, aircraft, ui);
+  NavLookupDb nav(db, state.ParkingNames);
+  FlightPlan plan;
+  PlanPanel panel;
+  PlanEditor editor(plan, panel, aircraft.Current, nav);
+  const int ends[2] = {nav.FindAirport(dep), nav.FindAirport(dest)};
+  if (ends[0] < 0 || ends[1] < 0) return {"unknown airport"};
+  for (int k = 0; k < 2; ++k) plan.Waypoints[static_cast<std::size_t>(k)] = AirportRow(db.Airports, ends[k]);
+  plan.DepartureAirport = ends[0];
+  plan.DestinationAirport = ends[1];
+  editor.SetDirectPlan(1);
+  const int row = editor.PrepareRouteCreation();
+  RouteSearch search;
+  RouteBuilder builder(editor, aircraft.Current, db.Navaids, search, ui);
+  NavaidPlanOptions options;
+  options.GreatCircle = true;  // GC=1, the default
+  if (!builder.CreateNavaidPlan(row, options)) return {"no plan"};
+  std::vector<std::string> codes;
+  for (int r = 1; r < plan.LastRow; ++r) codes.push_back(plan.Waypoints[static_cast<std::size_t>(r)].Code.Str());
+  return codes;
 }
 
 TEST(DemoFolder, BuildsAndLoadsThroughTheStartUp) {
@@ -91,6 +124,15 @@ TEST(DemoFolder, BuildsAndLoadsThroughTheStartUp) {
   }
   EXPECT_GT(withLow, 100);
   EXPECT_GT(withHigh, 100);
+
+  // Intersections are stored south to north, so the navaid plan's sliding
+  // scan finds the points along the way, not the alphabetically first ones
+  // (by ident, EDDL-EDDB went by ABAMI, ABLEG, ALOSI and ABGUS).
+  for (int32_t i = 1; i <= db.Navaids.MaxIntersectionIndex; ++i)
+    ASSERT_LE(db.Navaids.Intersections[static_cast<std::size_t>(i) - 1].Lat, db.Navaids.Intersections[static_cast<std::size_t>(i)].Lat) << i;
+  EXPECT_EQ(NavaidPlanCodes(db, state, "EDDL", "EDDB"),
+            (std::vector<std::string>{"BAM", "RENNE", "WRB", "WERRA", "BERDI", "DP514", "RASIK", "DP511", "HOZ"}));
+  EXPECT_EQ(NavaidPlanCodes(db, state, "KJFK", "KBOS"), (std::vector<std::string>{"DPK", "MAD", "ORW", "SFZ"}));
 }
 
 TEST(DemoFolder, MissingSourceFolderIsAClearMessage) {

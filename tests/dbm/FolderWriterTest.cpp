@@ -1,10 +1,13 @@
 // The folder writer's own files, the shapefile reader and gzip.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <zlib.h>
 
+#include "core/Settings.h"
 #include "core/Startup.h"
 #include "database/DatabaseLoader.h"
 #include "dbm/FolderWriter.h"
@@ -127,6 +130,35 @@ TEST(FolderWriter, AiracText) {
   EXPECT_EQ(AiracText(""), "AIRAC cycle unknown\r\nX-Plane data\r\n");
 }
 
+// The contrast ratio of two colours of the files (blue * 65536 + green *
+// 256 + red), by relative luminance: 1 for equal colours, 21 for black on white.
+double Contrast(int32_t a, int32_t b) {
+  auto luminance = [](int32_t c) {
+    auto channel = [](int v) {
+      const double s = v / 255.0;
+      return s <= 0.03928 ? s / 12.92 : std::pow((s + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * channel(c & 0xFF) + 0.7152 * channel(c >> 8 & 0xFF) + 0.0722 * channel(c >> 16 & 0xFF);
+  };
+  const double la = luminance(a), lb = luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+TEST(FolderWriter, ColourThemesLegibleOnTheMapTheLandAndTheAirportGround) {
+  const std::string text = DefaultColorThemesText();
+  ASSERT_EQ(ColorThemeNames(text), (std::vector<std::string>{"Day", "Night", "High Contrast"}));
+  EXPECT_EQ(text.substr(0, 21), "[Day]\r\nMAP=16249062\r\n");
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3 * 41);  // a heading and the 40 colour keys each
+  for (const std::string& name : ColorThemeNames(text)) {
+    Settings s;
+    ASSERT_TRUE(ApplyColorTheme(text, name, s));
+    const double least = name == "High Contrast" ? 7.0 : 4.5;
+    for (int32_t ground : {s.Map, s.Land, s.Taxi})
+      for (int32_t ink : {s.Coast, s.Comp, s.Ap, s.Vor, s.Ndb, s.Ils, s.Int, s.Fix, s.Victor, s.Jet})
+        EXPECT_GE(Contrast(ink, ground), least) << name << ": " << ink << " on " << ground;
+  }
+}
+
 TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
   Bytes sid = EmptyProcedureFile();
   ASSERT_EQ(sid.size(), 56u);  // one block head: no airport, no points
@@ -135,6 +167,7 @@ TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
 
   test::TempDir dir;
   dir.Write("database/userwp.udb", "ORVUSERDB-the user's own");
+  dir.Write("ORVColor.ini", "[Mine]\r\nMAP=1\r\n");
   BuiltDatabase built;
   AirportRec a;
   a.Icao.Assign("EDDF");
@@ -151,6 +184,8 @@ TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
   ASSERT_TRUE(WriteAppFolder(dir.Path(), built, grid, o, written, error)) << error;
   EXPECT_EQ(*ReadWholeText(dir.Path() / "database" / "userwp.udb"), "ORVUSERDB-the user's own");
   EXPECT_EQ(*ReadWholeText(dir.Path() / "user" / "aircraft.orv"), DefaultAircraftText());
+  EXPECT_EQ(*ReadWholeText(dir.Path() / "ORVColor.ini"), "[Mine]\r\nMAP=1\r\n");
+  EXPECT_FALSE(fs::exists(dir.Path() / "orvcolor.ini"));  // the user's file, whatever its case
   EXPECT_FALSE(fs::exists(dir.Path() / "database" / "FS10"));
   EXPECT_EQ(fs::file_size(dir.Path() / "map" / "worldpolygon.bin"), 25u + 8u);  // the one-point stand-in
   EXPECT_EQ(AiracLabelText(*ReadWholeText(dir.Path() / "database" / "AIRAC.INI")), "AIRAC cycle 1310 - X-Plane data");
@@ -163,6 +198,12 @@ TEST(FolderWriter, EmptyProcedureFileAndUserFilesKept) {
   AppState state(AppFolder(dir.Path()));
   StartupResult r = RunStartup(state, ui, clock, loader);
   EXPECT_FALSE(r.ProgramEnds()) << ReadWholeText(dir.Path() / "ORV_Info.LOG").value_or("no log");
+
+  // A new folder gets the themes.
+  test::TempDir fresh;
+  written.clear();
+  ASSERT_TRUE(WriteAppFolder(fresh.Path(), built, grid, o, written, error)) << error;
+  EXPECT_EQ(*ReadWholeText(fresh.Path() / "orvcolor.ini"), DefaultColorThemesText());
 }
 
 // A world folder built by hand (scripts/build-world.sh) loads as well; run

@@ -35,6 +35,7 @@ TEST(MainMenu, CaptionsAndMirroredButtons) {
   EXPECT_EQ(FindMenuEntry("menuFIR")->button, "btnAir2");
   EXPECT_EQ(FindMenuEntry("MenuCoastlines")->button, "btnMap");
   EXPECT_EQ(FindMenuEntry("menuAirport")->kind, MenuKind::Toggle);
+  EXPECT_EQ(FindMenuEntry("MenuViolation")->kind, MenuKind::Toggle);  // read by the render pass
   EXPECT_EQ(FindMenuEntry("nothing"), nullptr);
 }
 

@@ -116,6 +116,26 @@ TEST(MainWindowToggles, AirspaceClassesLabelButtonsAndPlainToggles) {
   ASSERT_TRUE(MenuToggleClicked(f.state, "MenuCompass", f.host));
   EXPECT_FALSE(f.layers.MenuCompass);
   EXPECT_EQ(f.host.log, (Log{"focus", "draw"}));
+
+  // Control Zone Violation is a check mark the render pass reads.
+  f.host.log.clear();
+  ASSERT_TRUE(MenuToggleClicked(f.state, "MenuViolation", f.host));
+  EXPECT_TRUE(f.layers.MenuViolation);
+  EXPECT_TRUE(MenuChecked(f.state, "MenuViolation"));
+  EXPECT_EQ(f.host.log, (Log{"draw"}));
+
+  // Extended Table opens the table's live columns (their widths:
+  // WPTableTest.HeadingsAndWidths) and closes them again.
+  WPTable table;
+  f.state.Table = &table;
+  ASSERT_TRUE(MenuToggleClicked(f.state, "menuExtTable", f.host));
+  EXPECT_TRUE(MenuChecked(f.state, "menuExtTable"));
+  EXPECT_EQ(table.ColWidth(WPTable::kFuel), 950);
+  ASSERT_TRUE(MenuToggleClicked(f.state, "menuExtTable", f.host));
+  EXPECT_EQ(table.ColWidth(WPTable::kFuel), 1);
+  SetExtendedTable(f.state, true);  // the takeoff of live tracking
+  EXPECT_TRUE(f.window.menuExtTable);
+  EXPECT_TRUE(table.Extended());
 }
 
 TEST(MainWindowKeys, EscSpaceZoomKeysAndTheWheel) {

@@ -25,7 +25,7 @@ Settings DistinctColours() {
   s.Coast = 1, s.Land = 2, s.River = 3, s.LatLong = 4, s.Ctrz = 5, s.Air1 = 6, s.Air2 = 7, s.Comp = 8;
   s.Msa = 9, s.Taxi = 10, s.Rwy = 11, s.Parking = 12, s.Ils = 13, s.Ap = 14, s.Route = 15, s.Jet = 16;
   s.Victor = 17, s.Vor = 18, s.Ndb = 19, s.Int = 20, s.Fix = 21, s.User = 22, s.Hilite = 23, s.MovAc = 24;
-  s.AcAtCtrz = 25;
+  s.AcAtCtrz = 25, s.AcInCtrz = 26;
   return s;
 }
 
@@ -171,6 +171,32 @@ TEST_F(RenderPassTest, IlsFeatherFormsByLabel) {
   layers.btnIls = false;
   Draw(kL75);
   EXPECT_EQ(First(colours.Ils), -1);
+}
+
+TEST_F(RenderPassTest, ViolationWatchOutlinesTheControlZoneTheAircraftIsIn) {
+  // The aircraft inside the CTR EDXX (and the FIR around it).
+  overlays.Sim.Connected = true;
+  overlays.Sim.Lat = 50.0f;
+  overlays.Sim.Lon = 8.0f;
+  auto outlines = [&](int16_t zoom) {
+    Draw(zoom);
+    return Count(colours.AcInCtrz, DrawOpKind::Polygon);
+  };
+  EXPECT_EQ(outlines(kL30), 0);  // Control Zone Violation unchecked
+  layers.MenuViolation = true;
+  ASSERT_EQ(outlines(kL30), 1);
+  for (const DrawOp& op : map.Ops())
+    if (op.Color == colours.AcInCtrz) { EXPECT_EQ(op.DrawWidth, 2); EXPECT_EQ(op.FillStyle, kFillTransparent); }
+  EXPECT_EQ(outlines(kL100), 1);
+  EXPECT_EQ(outlines(kL150), 0);  // only up to 100 NM
+  layers.btnCtrz = false;
+  EXPECT_EQ(outlines(kL30), 0);   // nor with the control zones hidden
+  layers.btnCtrz = true;
+  overlays.Sim.Lat = 50.5f;       // in the FIR only
+  EXPECT_EQ(outlines(kL30), 0);
+  overlays.Sim.Lat = 50.0f;
+  overlays.Sim.Connected = false;
+  EXPECT_EQ(outlines(kL30), 0);
 }
 
 TEST_F(RenderPassTest, MarkersNeedScalingOf14000) {

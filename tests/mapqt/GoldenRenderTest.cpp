@@ -22,7 +22,17 @@ namespace orv {
 namespace {
 
 std::filesystem::path GoldenFolder() {
-  return std::filesystem::path(__FILE__).parent_path().parent_path() / "golden";
+  namespace fs = std::filesystem;
+  const fs::path beside = fs::path(__FILE__).parent_path().parent_path() / "golden";
+  if (beside.is_absolute()) return beside;
+  // A compiler cache may keep __FILE__ relative to the build folder, which
+  // is not where ctest runs the suite: look for tests/golden above the
+  // test program instead.
+  std::error_code ec;
+  for (fs::path dir = fs::read_symlink("/proc/self/exe", ec).parent_path(); !dir.empty() && dir != dir.root_path();
+       dir = dir.parent_path())
+    if (fs::exists(dir / "tests" / "golden" / "airport_3nm.png", ec)) return dir / "tests" / "golden";
+  return beside;
 }
 
 struct GoldenCase {

@@ -15,8 +15,16 @@ TEST(WPTableTest, HeadingsAndWidths) {
   const char* headings[] = {"Sym", "Code", "Name", "Freq", "Course", "Distance", "ETA", "ATA", "GS", "Altitude", "Fuel (kg)"};
   ASSERT_EQ(t.Rows(), 1);
   for (int c = 0; c < WPTable::kColumns; ++c) EXPECT_EQ(t.Text(0, c), headings[c]) << c;
-  t.SetFuelUnit("lbs");
+  // The unit of FUEL=; one beyond the four units counts as kg, as the fuel
+  // window reads it.
+  AppState state{AppFolder(".")};
+  state.FuelUnits = {"gal", "lbs", "kg", "lit"};
+  state.Config.Fuel = 1;
+  t.SetFuelUnitOf(state);
   EXPECT_EQ(t.Text(0, WPTable::kFuel), "Fuel (lbs)");
+  state.Config.Fuel = 4;
+  t.SetFuelUnitOf(state);
+  EXPECT_EQ(t.Text(0, WPTable::kFuel), "Fuel (kg)");
 
   const int narrow[] = {400, 700, 2200, 600, 900, 750, 500, 1, 1, 1, 1};
   const int extended[] = {400, 700, 2200, 600, 900, 750, 500, 500, 600, 700, 950};

@@ -65,8 +65,13 @@ QAction* Button(MapWindow& m, const char* name) {
   return nullptr;
 }
 
-TEST(MapWindow, DrawsTheSmallWorldAndShowsTheZoomLabel) {
+TEST(MapWindow, DrawsTheSmallWorldAndShowsTheStatusLineFromTheFirstPaint) {
   MapFixture f;
+  // The first paint's pass wrote the variation and the position already.
+  EXPECT_GE(f.map->Map()->Passes(), 1);
+  EXPECT_EQ(f.map->Status(1)->text(), "30NM");
+  EXPECT_TRUE(f.map->Status(2)->text().startsWith("MagVar: ")) << f.map->Status(2)->text().toStdString();
+  EXPECT_FALSE(f.map->Status(3)->text().isEmpty());
   f.map->DrawMap();
   const QImage& picture = f.map->Map()->Picture();
   ASSERT_FALSE(picture.isNull());
@@ -83,6 +88,20 @@ TEST(MapWindow, DrawsTheSmallWorldAndShowsTheZoomLabel) {
     f.map->DrawMap();
     EXPECT_TRUE(f.window.grab().save(QString::fromLocal8Bit(shot)));
   }
+}
+
+TEST(MapWindow, ZoomFactorIsTheWindowHeightOver8535Twips) {
+  MapFixture f;
+  // 650 pixels are 9750 twips: the factor 1.14235 gives Scaling 15993 at
+  // 30 NM, above the 14000 from which the ILS markers show.
+  EXPECT_FLOAT_EQ(f.view.ZoomFactor, static_cast<float>(650 * 15 / 8535.0));
+  EXPECT_EQ(f.view.Scaling, 15993);
+  // 560 pixels (8400 twips): 13779, and the markers stay hidden at 30 NM.
+  f.window.resize(900, 560);
+  QApplication::processEvents();
+  f.map->DrawMap();
+  ASSERT_EQ(f.window.height(), 560);
+  EXPECT_EQ(f.view.Scaling, 13779);
 }
 
 TEST(MapWindow, ToggleButtonAndMenuEntryStayInStep) {
@@ -178,7 +197,9 @@ TEST(MapWindow, ClickRecentresAndADragZooms) {
   MapWidget* m = f.map->Map();
   const QPoint centre(m->width() / 2, m->height() / 2);
   // A click a quarter of the surface's height above the centre: the view
-  // moves north by a quarter of the ground height, the zoom step stays.
+  // moves north by that many twips at Scaling units a degree (the zoom
+  // factor is the window's, so 30 NM is a little less than the map's
+  // height), the zoom step stays.
   const QPoint click(centre.x(), centre.y() - m->height() / 4);
   QMouseEvent press(QEvent::MouseButtonPress, click, m->mapToGlobal(click), Qt::LeftButton, Qt::LeftButton,
                     Qt::NoModifier);
@@ -187,7 +208,7 @@ TEST(MapWindow, ClickRecentresAndADragZooms) {
   QApplication::sendEvent(m, &press);
   QApplication::sendEvent(m, &release);
   EXPECT_EQ(f.view.ZoomIndex, 6);
-  EXPECT_NEAR(f.view.CntrLat, 50.125, 0.01);  // 30 NM is half a degree from top to bottom
+  EXPECT_NEAR(f.view.CntrLat, 50.0 + m->height() / 4 * kTwipsPerPixel / f.view.Scaling, 0.002);
   EXPECT_NEAR(f.view.CntrLon, 8.0, 0.001);
 
   // A band 2 degrees high: the nearest label to 120 NM is 100 NM.
