@@ -273,7 +273,7 @@ void RoutePages(PageWriter& w, const PaperSources& s, int depLine, int destLine)
     w.Wrapped(frm.Message, 300);
     w.Gap(120);
     const ViewBox box{kMargin + 300, w.Y(), kBodyWidth - 300, pictureHeight};
-    DrawSidView(w.Target(), box, frm, *s.Db, s.State->Config);
+    DrawSidView(w.Target(), box, frm, *s.Db, s.State->Config, true);
     w.SetY(box.Y + box.Height + 300);
   };
   view("   Departure for Rwy ", depLine);
@@ -412,7 +412,10 @@ int BestRunwayLine(const NavDatabase& db, int airport, double course) {
   int best = 0;
   double bestDiff = 1000;
   for (int r = 0; r < ap->RunwayCount(); ++r) {
-    const double low = ap->Runways[static_cast<std::size_t>(r)].TrueHeading;
+    // Helipads ("H1", "00H") are no runways to depart from.
+    const RunwayRec& rwy = ap->Runways[static_cast<std::size_t>(r)];
+    if (rwy.LowEnd.Trimmed().find('H') != std::string_view::npos || rwy.LengthFeet < 1000) continue;
+    const double low = rwy.TrueHeading;
     const double ends[2] = {low, Wrap360(low + 180)};
     for (int e = 0; e < 2; ++e) {
       const double d = AngleDiff(ends[e], course);

@@ -1,6 +1,9 @@
 #include "documents/SidView.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <vector>
 #include <string>
 
 #include "core/Runtime.h"
@@ -25,14 +28,16 @@ constexpr double kPageWidth = 11906, kPageHeight = 16838, kMargin = 1134;
 
 class SideProjection {
 public:
-  SideProjection(const ViewBox& box, float lat, float lon, int16_t mapUnits)
-      : box_(box), lat_(lat), lon_(lon), scaling_(mapUnits * box.Height / kDesignHeight) {}
+  SideProjection(const ViewBox& box, float lat, float lon, double scaling)
+      : box_(box), lat_(lat), lon_(lon), scaling_(scaling) {}
   double X(float lat, float lon) const { return box_.X + SideXFromLon(lon, lat, lon_, box_.Width / 2, scaling_); }
   double Y(float lat) const { return box_.Y + SideYFromLat(lat, lat_, box_.Height / 2, scaling_); }
   // Surface units for a distance in NM.
   double Units(double nm) const { return nm * scaling_ / 60.0; }
-  bool Inside(double x, double y) const {
-    return x >= box_.X && x <= box_.X + box_.Width && y >= box_.Y && y <= box_.Y + box_.Height;
+  // Inside with room for a symbol and its label around the point.
+  bool Inside(double x, double y, double room = 450) const {
+    return x >= box_.X + room && x <= box_.X + box_.Width - room && y >= box_.Y + room &&
+           y <= box_.Y + box_.Height - room;
   }
 
 private:
@@ -62,16 +67,54 @@ double ArcAngle(double bearing) {
   return r == 0 ? 1e-6 : r;
 }
 
+// Units a degree of latitude: MapUnits on the design height, changed so that
+// the route around the airport fills the picture (within a zoom of an eighth
+// to four times the base, so that a short route does not become a plan of
+// the runway).
+double FitScaling(const ViewBox& box, const RouteSketch& s, float cLat, float cLon, int16_t mapUnits) {
+  const double base = mapUnits * box.Height / kDesignHeight;
+  if (!s.Valid) return base;
+  double dLat = 0, dLon = 0;
+  auto take = [&](double lat, double lon, double marginNm) {
+    dLat = std::max(dLat, std::fabs(lat - cLat) + marginNm / 60);
+    dLon = std::max(dLon, (std::fabs(lon - cLon) + marginNm / 60) * std::cos(cLat * kPi / 180));
+  };
+  take(s.RwyLat, s.RwyLon, 1);
+  take(s.OutLat, s.OutLon, 1);
+  take(s.TargetLat, s.TargetLon, 1);
+  if (s.HasArc) take(s.Arc.CentreLat, s.Arc.CentreLon, s.Arc.Radius + 1);
+  double fit = 1e12;
+  if (dLat > 0) fit = std::min(fit, 0.45 * box.Height / dLat);
+  if (dLon > 0) fit = std::min(fit, 0.45 * box.Width / dLon);
+  return std::clamp(fit, base / 8, base * 4);
+}
+
+// The places labels took, so that a waypoint whose name would print over
+// another one's is left out rather than made unreadable.
+class LabelSpace {
+public:
+  bool Take(double x, double y, double w, double h) {
+    for (const auto& r : taken_)
+      if (x < r[2] && x + w > r[0] && y < r[3] && y + h > r[1]) return false;
+    taken_.push_back({x, y, x + w, y + h});
+    return true;
+  }
+
+private:
+  std::vector<std::array<double, 4>> taken_;
+};
+
 }  // namespace
 
 void DrawSidView(DrawTarget& t, const ViewBox& box, const FrmSID& frm, const NavDatabase& db,
-                 const Settings& colours) {
+                 const Settings& colours, bool paper) {
   const float cLat = frm.ShowDeparture ? frm.DepLat : frm.DestLat;
   const float cLon = frm.ShowDeparture ? frm.DepLon : frm.DestLon;
-  const SideProjection p(box, cLat, cLon, frm.MapUnits);
+  const SideProjection p(box, cLat, cLon, FitScaling(box, frm.Sketch, cLat, cLon, frm.MapUnits));
+  LabelSpace labels;
 
   t.SetFillStyle(kFillSolid);
-  t.SetFillColor(colours.Map);
+  t.SetFillColor(paper ? 0xFFFFFF : colours.Map);
   t.SetDrawWidth(1);
   t.Line(box.X, box.Y, box.X + box.Width, box.Y + box.Height, LineShape::Box, 0);
   t.SetFillStyle(kFillTransparent);
@@ -98,7 +141,10 @@ void DrawSidView(DrawTarget& t, const ViewBox& box, const FrmSID& frm, const Nav
     navaid.intRadius = 350;
     navaid.sngMagVar = v.MagVar;
     navaid.DrawAsVOR(std::to_string(v.TypeCode));
-    LabelUnder(t, x, y, v.Ident.Str() + " " + Format(v.Frequency, "000.00"));
+    const std::string label = v.Ident.Str() + " " + Format(v.Frequency, "000.00");
+    t.SetFontSize(4);
+    labels.Take(x - t.TextWidth(label) / 2, y + 350, t.TextWidth(label), t.TextHeight(label));
+    LabelUnder(t, x, y, label);
   }
   for (const NdbRec& n : db.Navaids.Ndbs) {
     if (n.Ident.IsEmptySlot() || !Near(n.Lat, n.Lon, cLat, cLon)) continue;
@@ -109,11 +155,17 @@ void DrawSidView(DrawTarget& t, const ViewBox& box, const FrmSID& frm, const Nav
     navaid.lngColor(colours.Ndb);
     navaid.intRadius = 200;
     navaid.DrawAsNDB();
-    LabelUnder(t, x, y - 150, n.Ident.Str() + " " + Format(n.Frequency, "000.00"));
+    const std::string label = n.Ident.Str() + " " + Format(n.Frequency, "000.00");
+    t.SetFontSize(4);
+    labels.Take(x - t.TextWidth(label) / 2, y + 200, t.TextWidth(label), t.TextHeight(label));
+    LabelUnder(t, x, y - 150, label);
   }
   auto point = [&](float lat, float lon, const std::string& ident, Colour colour) {
     const double x = p.X(lat, lon), y = p.Y(lat);
     if (!p.Inside(x, y)) return;
+    t.SetFontSize(4);
+    const double w = t.TextWidth(ident), h = t.TextHeight(ident);
+    if (!labels.Take(x - w / 2, y - 265 + 350, w, h)) return;
     navaid.sngCenterX = static_cast<float>(x);
     navaid.sngCenterY = static_cast<float>(y);
     navaid.lngColor(colour);
@@ -183,6 +235,8 @@ void DrawSidView(DrawTarget& t, const ViewBox& box, const FrmSID& frm, const Nav
   t.SetFontSize(savedFont);
   t.SetForeColor(0);
   t.SetDrawWidth(1);
+  t.SetDrawStyle(kDrawStyleSolid);
+  t.SetFillStyle(kFillTransparent);
   t.Line(box.X, box.Y, box.X + box.Width, box.Y + box.Height, LineShape::Box, 0);
 }
 
@@ -235,7 +289,7 @@ void PrintSidPage(DrawTarget& page, const FrmSID& frm, const NavDatabase& db, co
   page.Print(frm.SIDFrame);
   const double width = kPageWidth - 2 * kMargin;
   const ViewBox box{kMargin, kMargin + 1500, width, width};
-  DrawSidView(page, box, frm, db, colours);
+  DrawSidView(page, box, frm, db, colours, true);
   page.SetFontName("arial");
   page.SetFontSize(10);
   page.SetFontBold(false);

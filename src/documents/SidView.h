@@ -21,10 +21,11 @@ struct ViewBox {
 // Draws the view of frm (its airport, MapUnits and the route it keeps) into
 // the box: the background in the map colour, VORs, NDBs, intersections and
 // fixes within a degree of the airport, then the route and the runway.
-// Objects whose place falls outside the box are left out, so that a page
-// can hold the picture beside its text. Colours are the settings'.
+// Objects whose symbol would reach outside the box are left out, so that a
+// page can hold the picture beside its text. Colours are the settings'; the
+// background is the map colour in the window and white on paper.
 void DrawSidView(DrawTarget& target, const ViewBox& box, const FrmSID& frm, const NavDatabase& db,
-                 const Settings& colours);
+                 const Settings& colours, bool paper = false);
 
 // cmdPrint: one page titled "Orvanta Departure and Arrival Routes" with
 // "Departure for Rwy " (or "Arrival for Rwy ") and the runway, the picture
