@@ -266,6 +266,15 @@ void RoutePages(PageWriter& w, const PaperSources& s, int depLine, int destLine)
   w.Gap();
   // Each view: its heading, its sentence and its picture.
   auto view = [&](const char* heading, int line) {
+    if (frm.lstRwy.empty()) {
+      // Nothing to word without a runway.
+      const AirportRec* ap = frm.ViewAirport();
+      w.Line(std::string(frm.ShowDeparture ? "   Departure for " : "   Arrival for ") + (ap ? ap->Name.Str() : ""), 0,
+             kBodySize, true);
+      w.Line("no runway of this airport is known", 300);
+      w.Gap();
+      return;
+    }
     if (line >= 0) frm.lstRwyClick(line);
     const double pictureHeight = 5600;
     w.Ensure(3 * w.LineHeight(kBodySize) + pictureHeight);
