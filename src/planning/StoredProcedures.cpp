@@ -39,6 +39,8 @@ ProcedureFileRead ReadProcedures(std::span<const uint8_t> file, std::string_view
                                  const ProcedureEnds& ends, std::string_view fileName) {
   ProcedureFileRead out;
   const std::string wanted = UCase(Trim(airport));
+  // The file of no procedures is one blank head: a blank code is no airport.
+  if (wanted.empty()) return out;
   ByteReader r(file.data(), file.size());
   while (!r.AtEnd()) {
     const std::size_t blockStart = r.Pos();

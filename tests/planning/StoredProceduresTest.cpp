@@ -90,6 +90,11 @@ TEST(StoredProcedures, ReadsTheBlocksOfOneAirport) {
   Head(hostile, "XXXX", "01", "BAD", 255);
   EXPECT_FALSE(ReadProcedures(hostile, "EDDF", ends, "sid.orv").Found);
   EXPECT_FALSE(HasProcedures(hostile, "EDDF"));
+  // The file of no procedures, as the database manager writes it: one blank head.
+  std::vector<uint8_t> empty;
+  Head(empty, "", "", "", 0);
+  EXPECT_FALSE(ReadProcedures(empty, "  ", ends, "sid.orv").Found);
+  EXPECT_FALSE(ReadProcedures(empty, "EDDF", ends, "sid.orv").Found);
 }
 
 class ProcedurePlanTest : public ::testing::Test {
