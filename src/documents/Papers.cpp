@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <optional>
 #include <span>
 
 #include "core/AppState.h"
@@ -223,7 +224,8 @@ void GeneralInformation(PageWriter& w, const PaperSources& s, int depLine, int d
   // Fuel and the alternate, as the Fuel window shows them.
   const AppState& state = *s.State;
   const int fuelType = state.Config.Fuel < kFuelUnitFactors.size() ? state.Config.Fuel : 2;
-  NavLookupDb nav(db, state.ParkingNames);
+  std::optional<NavLookupDb> own;
+  const NavLookup& nav = s.Nav ? *s.Nav : own.emplace(db, state.ParkingNames);
   SilentUi quiet;
   FuelWindow fuel;
   const bool haveFuel = fuel.Load(quiet, plan, a, nav, fuelType);

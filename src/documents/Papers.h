@@ -15,6 +15,7 @@ struct NavDatabase;
 struct FlightPlan;
 struct AircraftRec;
 struct AppState;
+class NavLookup;
 
 // What the papers are made from. Every pointer must be set.
 struct PaperSources {
@@ -26,6 +27,9 @@ struct PaperSources {
   // arrival; -1 takes the runway end best aligned with the first (last) leg.
   int DepRunwayLine = -1;
   int DestRunwayLine = -1;
+  // The program's lookup over the same database (its identifier index is
+  // costly to build); nullptr builds one for the print.
+  const NavLookup* Nav = nullptr;
 };
 
 // The dialog without its widgets.
