@@ -13,6 +13,7 @@
 #include "map/Navaid.h"
 #include "map/Viewport.h"
 #include "planning/DepartureArrival.h"
+#include "planning/StoredProcedures.h"
 
 namespace orv {
 
@@ -237,6 +238,53 @@ void DrawSidView(DrawTarget& t, const ViewBox& box, const FrmSID& frm, const Nav
   t.SetDrawWidth(1);
   t.SetDrawStyle(kDrawStyleSolid);
   t.SetFillStyle(kFillTransparent);
+  t.Line(box.X, box.Y, box.X + box.Width, box.Y + box.Height, LineShape::Box, 0);
+}
+
+void DrawProcedurePreview(DrawTarget& t, const ViewBox& box, const LoadSID& window, const Settings& colours) {
+  t.SetFillStyle(kFillSolid);
+  t.SetFillColor(colours.Map);
+  t.SetDrawWidth(1);
+  t.SetDrawStyle(kDrawStyleSolid);
+  t.Line(box.X, box.Y, box.X + box.Width, box.Y + box.Height, LineShape::Box, 0);
+  t.SetFillStyle(kFillTransparent);
+  const int chosen = window.Selected();
+  if (chosen < 0 || chosen >= static_cast<int>(window.Procedures().size())) return;
+  const ProcedureRec& p = window.Procedures()[static_cast<std::size_t>(chosen)];
+  if (p.Points.size() < 2) return;
+  // A SID is seen from its departure airport, a STAR from its destination.
+  const ProcPointRec& home = window.Sid() ? p.Points.front() : p.Points.back();
+  const double nmAcross = std::max(1.0, window.PreviewRange);
+  const double scaling = std::min(box.Width, box.Height) / (nmAcross / 60.0);
+  const SideProjection proj(box, home.Lat, home.Lon, scaling);
+  const std::size_t first = window.Sid() ? 0 : 1, last = window.Sid() ? p.Points.size() - 2 : p.Points.size() - 1;
+  t.SetForeColor(colours.Route);
+  for (std::size_t i = first; i < last; ++i) {
+    const ProcPointRec& a = p.Points[i];
+    const ProcPointRec& b = p.Points[i + 1];
+    const double ax = proj.X(a.Lat, a.Lon), ay = proj.Y(a.Lat), bx = proj.X(b.Lat, b.Lon), by = proj.Y(b.Lat);
+    if (proj.Inside(ax, ay, 0) || proj.Inside(bx, by, 0)) t.Line(ax, ay, bx, by);
+  }
+  ViewState view;
+  Declutter declutter;
+  declutter.DeclutterReset(t);
+  clsNavaid navaid(t, view, declutter);
+  for (std::size_t i = first; i <= last; ++i) {
+    const ProcPointRec& pt = p.Points[i];
+    const double x = proj.X(pt.Lat, pt.Lon), y = proj.Y(pt.Lat);
+    if (!proj.Inside(x, y, 100)) continue;
+    navaid.sngCenterX = static_cast<float>(x);
+    navaid.sngCenterY = static_cast<float>(y);
+    const std::string_view kind = pt.Kind.Trimmed();
+    navaid.lngColor(kind == "VOR" ? colours.Vor : kind == "NDB" ? colours.Ndb : kind.empty() ? colours.Ap : colours.Int);
+    navaid.sngLength = 60;
+    navaid.DrawAsIntersection();
+    t.SetFontSize(6);
+    t.SetCurrentX(x + 90);
+    t.SetCurrentY(navaid.sngCenterY + 60);
+    t.Print(pt.Code.Str());
+  }
+  t.SetForeColor(0);
   t.Line(box.X, box.Y, box.X + box.Width, box.Y + box.Height, LineShape::Box, 0);
 }
 

@@ -11,6 +11,7 @@ namespace orv {
 struct NavDatabase;
 struct Settings;
 class FrmSID;
+class LoadSID;
 struct RouteSketch;
 
 // A part of the surface, in its user units.
@@ -31,6 +32,12 @@ void DrawSidView(DrawTarget& target, const ViewBox& box, const FrmSID& frm, cons
 // "Departure for Rwy " (or "Arrival for Rwy ") and the runway, the picture
 // and the sentence. The target's scale is set to a page in twips.
 void PrintSidPage(DrawTarget& page, const FrmSID& frm, const NavDatabase& db, const Settings& colours);
+
+// pctSid of the SID/STAR window: the chosen procedure's way from the
+// departure (point 0) over its points to the destination (its last point),
+// centred on the procedure's airport, PreviewRange NM across the box; each
+// point a triangle with its code, the procedure's legs in the route colour.
+void DrawProcedurePreview(DrawTarget& target, const ViewBox& box, const LoadSID& window, const Settings& colours);
 
 // Prints text from (x, y) broken at blanks into lines no wider than width;
 // returns the Y below the last line.

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/Runtime.h"
+#include "core/Ui.h"
 #include "database/NavDatabase.h"
 #include "planning/Aircraft.h"
 #include "planning/FlightPlan.h"
@@ -143,6 +144,12 @@ bool FrmSID::Load() {
   Visible = true;
   ShowView();
   return true;
+}
+
+bool FrmSID::Load(Ui& ui) {
+  if (Load()) return true;
+  ui.MsgBox("You have to file a flight plan first!!");
+  return false;
 }
 
 void FrmSID::FillRunwayList() {

@@ -21,6 +21,7 @@ struct NavaidTables;
 struct AirportRec;
 struct AircraftRec;
 struct FlightPlan;
+class Ui;
 
 // The turn between the runway's extended centre line and the row.
 struct TurnArc {
@@ -82,6 +83,11 @@ public:
   // Load: the reference values of both airports, the runway list and the
   // departure view. False when the plan has no departure and destination.
   bool Load();
+  // The same from the main window's cmdSIDSTAR: a plan without both
+  // airports is refused with "You have to file a flight plan first!!".
+  bool Load(Ui& ui);
+  // cmdExit: the window closes (the caller gives the focus back to the map).
+  void cmdExit() { Visible = false; }
 
   // cmdSIDSTAR: switches views; its caption always names the other view.
   void cmdSIDSTAR();

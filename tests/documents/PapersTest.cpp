@@ -12,6 +12,9 @@
 #include "planning/DepartureArrival.h"
 #include "planning/FlightPlan.h"
 #include "planning/NavLookupDb.h"
+#include "planning/StoredProcedures.h"
+#include "support/ScriptedUi.h"
+#include "support/SideFiles.h"
 #include "support/SmallWorld.h"
 
 namespace orv {
@@ -153,6 +156,29 @@ TEST_F(PapersTest, ChoicesAndTheGeneratorPage) {
   RecordingTarget unused;
   EXPECT_EQ(none.cmdOK(unused, nothing), 0);
   EXPECT_TRUE(unused.Ops().empty());
+}
+
+TEST_F(PapersTest, ProcedurePreviewAndRefusal) {
+  const std::vector<uint8_t> file = test::BuildProcedureFile(
+      {{"EDXX", "07", "ALPHA1A", {{"Int", "ALPHA", "ALPHA", 50.2f, 7.9f}, {"VOR", "FFM", "FRANKFURT", 50.05f, 8.3f}}}});
+  NavLookupDb nav(db, state.ParkingNames);
+  test::ScriptedUi ui;
+  LoadSID window(ui, true);
+  ASSERT_TRUE(window.Load(file, plan, nav));
+  window.SelectList(0);
+  RecordingTarget pct(3000, 3000, "pctSid");
+  DrawProcedurePreview(pct, {0, 0, 3000, 3000}, window, state.Config);
+  const auto routeLines = std::count_if(pct.Ops().begin(), pct.Ops().end(), [&](const DrawOp& op) {
+    return op.Kind == DrawOpKind::Line && op.Color == state.Config.Route;
+  });
+  EXPECT_EQ(routeLines, 2);  // the airport to ALPHA to FFM
+  const std::vector<std::string> t = Texts(pct);
+  EXPECT_EQ(t, (std::vector<std::string>{"EDXX", "ALPHA", "FFM"}));
+
+  FlightPlan none;
+  FrmSID frm(db, none, ac);
+  EXPECT_FALSE(frm.Load(ui));
+  EXPECT_EQ(ui.Messages().back(), "You have to file a flight plan first!!");
 }
 
 }  // namespace
