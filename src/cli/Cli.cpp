@@ -27,11 +27,19 @@ constexpr Command kCommands[] = {
     {"magvar", "magvar LAT LON", CmdMagvar},
     {"render",
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
-     "[--round-world] --out FILE.png|FILE.svg",
+     "[--round-world] --out FILE.png|FILE.svg|FILE.pdf",
      CmdRender},
     {"simlink",
      "simlink [--sim SOURCE] status | set com1|nav1|adf|heading-bug|ap-master|ap-heading-hold|position VALUE...",
      CmdSimlink},
+    {"sidstar",
+     "--appdir DIR sidstar DEP DEST --runway RWY [--arrival] [--high|--low|--navaid] [--aircraft N] [--level FL] "
+     "[--pdf OUT.pdf]",
+     CmdSidstar},
+    {"print",
+     "--appdir DIR print DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--parts gfi,wplist,ctrz] "
+     "--pdf OUT.pdf",
+     CmdPrint},
 };
 
 void Usage(std::ostream& err) {

@@ -22,6 +22,11 @@ struct PlanArgs {
   int32_t Level = -1;
 };
 
+// Takes a plan option at args[i] (--high, --low, --navaid, --aircraft N,
+// --level FL), moving i past its value: 1 when taken, 0 when args[i] is no
+// plan option, -1 (with the reason on err) when its value is wrong.
+int TakePlanOption(const Args& args, std::size_t& i, PlanArgs& out, std::ostream& err, const std::string& command);
+
 // Takes the plan options out of args and leaves the rest in `rest`. False
 // with the reason in why.
 bool ParsePlanArgs(const Args& args, PlanArgs& out, Args& rest, std::string& why);

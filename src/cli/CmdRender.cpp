@@ -3,8 +3,10 @@
 // without the program's windows.
 //
 //   render --center LAT,LON|ICAO --range NM --size WxH
-//          --layers NAME=on|off,... --round-world --out FILE.png|FILE.svg
-#include <QGuiApplication>
+//          --layers NAME=on|off,... --round-world --out FILE.png|FILE.svg|FILE.pdf
+//
+// A PDF is the printed map: the view a window of that size shows, on one
+// landscape page, as vectors.
 #include <cctype>
 #include <charconv>
 #include <memory>
@@ -12,12 +14,15 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliGui.h"
 #include "cli/CliUi.h"
 #include "app/PlanCommands.h"
 #include "app/ProgramState.h"
 #include "core/Runtime.h"
+#include "map/RecordingTarget.h"
 #include "map/RenderPass.h"
 #include "mapqt/MapPicture.h"
+#include "mapqt/PaperPdf.h"
 #include "mapqt/QPainterTarget.h"
 #include "planning/FlightPlan.h"
 
@@ -93,17 +98,6 @@ bool ApplyLayers(std::string_view list, MapLayers& layers, bool& roundWorld, std
   return true;
 }
 
-// The QGuiApplication painting needs; the offscreen platform unless the
-// caller chose another.
-std::unique_ptr<QGuiApplication> EnsureGuiApplication() {
-  if (QCoreApplication::instance()) return nullptr;
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static int argc = 1;
-  static char name[] = "orvanta-cli";
-  static char* argv[] = {name, nullptr};
-  return std::make_unique<QGuiApplication>(argc, argv);
-}
-
 }  // namespace
 
 int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
@@ -153,8 +147,9 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
     return 2;
   }
   const bool svg = EndsWithNoCase(o.out, ".svg");
-  if (!svg && !EndsWithNoCase(o.out, ".png")) {
-    err << "render: --out must name a .png or .svg file\n";
+  const bool pdf = EndsWithNoCase(o.out, ".pdf");
+  if (!svg && !pdf && !EndsWithNoCase(o.out, ".png")) {
+    err << "render: --out must name a .png, .svg or .pdf file\n";
     return 2;
   }
   MapLayers layers;
@@ -193,7 +188,13 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
   const int16_t zoom = static_cast<int16_t>(ZoomIndexOfLabel(o.range));
   bool ok;
   std::string why;
-  if (svg) {
+  if (pdf) {
+    // The view of a window of --size pixels, printed.
+    RecordingTarget window(o.width, o.height);
+    PrepareMapPicture(window, view, zoom);
+    MapScene scene{view, state.Config, layers, db, plan};
+    ok = WriteMapPdf(o.out, fonts, scene, renderer, &why) > 0;
+  } else if (svg) {
     SvgPicture picture(fonts, o.width, o.height, QStringLiteral("Orvanta map"));
     PrepareMapPicture(picture.Target(), view, zoom);
     MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};

@@ -1,6 +1,7 @@
 #include "mapqt/QPainterTarget.h"
 
 #include <QBuffer>
+#include <QPagedPaintDevice>
 #include <QPaintDevice>
 #include <QPen>
 #include <QSvgGenerator>
@@ -184,6 +185,12 @@ void QPainterTarget::Begin(QPaintDevice& device) {
   painter_.setRenderHint(QPainter::TextAntialiasing, true);
   painter_.setBackgroundMode(Qt::TransparentMode);
   penRevision_ = brushRevision_ = modeRevision_ = fontRevision_ = 0;
+}
+
+void QPainterTarget::NewPage() {
+  FlushLines();
+  if (!painter_.isActive()) return;
+  if (auto* paged = dynamic_cast<QPagedPaintDevice*>(painter_.device())) paged->newPage();
 }
 
 void QPainterTarget::End() {

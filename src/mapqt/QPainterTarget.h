@@ -56,6 +56,9 @@ public:
   // Owned pictures only: a new size keeping the top left of the picture and
   // the unit size; the new area is cleared to BackColor.
   bool Resize(int pixelWidth, int pixelHeight) override;
+  // On a paged device (a PDF writer, a printer) the next page; elsewhere
+  // nothing.
+  void NewPage() override;
 
 protected:
   void DoLine(double x1, double y1, double x2, double y2, LineShape shape, Colour colour) override;

@@ -5,6 +5,10 @@
 #include "dbm/Cifp.h"
 #include "dbm/DatabaseBuilder.h"
 #include "dbm/OpenAir.h"
+#include "planning/FlightPlan.h"
+#include "planning/StoredProcedures.h"
+#include "planning/FakeNav.h"
+#include "support/ScriptedUi.h"
 
 namespace orv::dbm {
 namespace {
@@ -122,6 +126,53 @@ TEST(Cifp, SidAndStarBlocks) {
   EXPECT_EQ(file[55], 2);
   EXPECT_EQ(std::string(file.begin() + 56, file.begin() + 61), "Fix  ");
   EXPECT_EQ(std::string(file.begin() + 61, file.begin() + 71), "ANEKI     ");
+}
+
+// What --cifp writes is what the program's SID and STAR windows read and
+// offer, and what goes into the plan.
+TEST(Cifp, ProceduresReachThePlan) {
+  XPlaneSources src;
+  src.Fixes.push_back({50.1, 8.2, "ANEKI", "", false});
+  src.Fixes.push_back({50.3, 8.9, "UNOKO", "", false});
+  src.Navaids.push_back({kVor, 50.05, 8.64, 0, 11420, 130, 1.0, "FFM", "", "", "", "FRANKFURT VOR-DME"});
+  FixFinder finder(src);
+  constexpr const char* kText =
+      "SID:010,5,ANEK1F,RW25C,ANEKI,ED,E,A,E  A, ,   ,TF;\n"
+      "SID:020,5,ANEK1F,RW25C,FFM,ED,D, ,V  A, ,   ,TF;\n"
+      "SID:010,5,ANEK1F,ANEKI,ANEKI,ED,E,A,E  A, ,   ,TF;\n"
+      "STAR:010,2,UNOKO2A,ALL,UNOKO,ED,E,A, , ,   ,IF;\n"
+      "STAR:020,2,UNOKO2A,ALL,FFM,ED,D, ,V  A, ,   ,TF;\n";
+  std::vector<Procedure> sids, stars;
+  SourceReport r;
+  ReadCifpFile(kText, "EDDF", 50.03, 8.57, true, finder, sids, r);
+  ReadCifpFile(kText, "EDDF", 50.03, 8.57, false, finder, stars, r);
+  const Bytes sidFile = BuildProcedureFile(sids), starFile = BuildProcedureFile(stars);
+
+  test::FakeNav nav;
+  nav.Airports.resize(1);
+  nav.Airports[0].Icao = "EDDF";
+  FlightPlan plan;
+  plan.Waypoints[0] = test::Row("", "EDDF", 50.03f, 8.57f, kOriginAirport);
+  plan.Waypoints[1] = test::Row("", "EDDF", 50.03f, 8.57f, kOriginAirport);
+  plan.LastRow = 1;
+  plan.DepartureAirport = plan.DestinationAirport = 0;
+  test::ScriptedUi ui;
+  LoadSID sid(ui, true);
+  ASSERT_TRUE(sid.Load(sidFile, plan, nav));
+  ASSERT_EQ(sid.lstSidStar.size(), 2u);
+  EXPECT_EQ(sid.lstSidStar[0].Text, "ANEK1F#Rwy 25C");
+  EXPECT_EQ(sid.lstSidStar[1].Text, "ANEK1F.ANEKI#Any Rwy");
+  const ProcedureRec& p = sid.Procedures()[0];
+  ASSERT_EQ(p.PointCount, 2);
+  EXPECT_EQ(p.Points[1].Kind.Str(), "Fix");
+  EXPECT_EQ(p.Points[2].Kind.Str(), "VOR");
+  EXPECT_EQ(p.Points[2].Name.Str(), "FRANKFURT VOR-DME");
+  EXPECT_FLOAT_EQ(p.Points[2].Lat, 50.05f);
+  LoadSID star(ui, false);
+  ASSERT_TRUE(star.Load(starFile, plan, nav));
+  ASSERT_EQ(star.lstSidStar.size(), 1u);
+  EXPECT_EQ(star.lstSidStar[0].Text, "UNOKO2A#Any Rwy");
+  EXPECT_TRUE(ui.Messages().empty());
 }
 
 }  // namespace
