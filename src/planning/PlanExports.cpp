@@ -94,7 +94,9 @@ std::string RouteText(const FlightPlan& plan, bool ivao) {
         remembered = airway;
       }
     } else {
-      items.push_back(ivao ? "DCT " + code : code);
+      // A direct point after an unnamed stretch shares its "DCT".
+      if (ivao && !items.empty() && items.back() == "DCT") items.back() = "DCT " + code;
+      else items.push_back(ivao ? "DCT " + code : code);
       remembered = kNoAirway;
     }
   }
@@ -232,14 +234,21 @@ std::string FormatPmdgPlan2(const FlightPlan& plan, bool withProcedures) {
 
 // ---------------------------------------------------------------- into folders
 
+namespace {
+
+// A folder as the messages show it: with its closing separator.
+std::string AsFolder(const std::filesystem::path& p) { return (p / "").string(); }
+
+}  // namespace
+
 std::string LevelDFolder(const ExportFolders& folders) {
-  if (folders.FsPath.empty()) return AppFolder(folders.AppPath).Resolve("\\FSPlan\\").string();
-  return AppFolder(folders.FsPath).Resolve("\\Level-D Simulations\\navdata\\Flightplans\\").string();
+  if (folders.FsPath.empty()) return AsFolder(AppFolder(folders.AppPath).Resolve("\\FSPlan"));
+  return AsFolder(AppFolder(folders.FsPath).Resolve("\\Level-D Simulations\\navdata\\Flightplans"));
 }
 
 std::string PmdgFolder(const ExportFolders& folders) {
-  if (folders.FsPath.empty()) return AppFolder(folders.AppPath).Resolve("\\FSPlan\\").string();
-  return AppFolder(folders.FsPath).Resolve("\\PMDG\\FLIGHTPLANS\\").string();
+  if (folders.FsPath.empty()) return AsFolder(AppFolder(folders.AppPath).Resolve("\\FSPlan"));
+  return AsFolder(AppFolder(folders.FsPath).Resolve("\\PMDG\\FLIGHTPLANS"));
 }
 
 std::vector<std::string> ExportSquawkBox(Ui& ui, const FlightPlan& plan, const NavLookup& nav, int32_t cruiseSpeed,

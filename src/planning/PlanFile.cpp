@@ -299,6 +299,16 @@ namespace {
 
 bool KindMatches(std::string_view hint, std::string_view kind) { return hint.empty() || hint == kind; }
 
+// Distance for the match radius: flat over a few miles, and well defined for
+// a point on top of another (where the great-circle formula loses itself in
+// rounding).
+double NearNm(double lat1, double lon1, double lat2, double lon2) {
+  double dLon = std::remainder(lon2 - lon1, 360.0);
+  double dx = dLon * 60 * std::cos((lat1 + lat2) / 2 * 3.14159265358979323846 / 180);
+  double dy = (lat2 - lat1) * 60;
+  return std::sqrt(dx * dx + dy * dy);
+}
+
 WaypointRec MatchPoint(const NavLookup& nav, const ImportPoint& p, std::vector<WaypointRec>& scratch) {
   scratch.clear();
   std::string ident = UCase(Trim(p.Ident));
@@ -309,7 +319,7 @@ WaypointRec MatchPoint(const NavLookup& nav, const ImportPoint& p, std::vector<W
   for (int pass = 0; pass < 2 && !best; ++pass) {
     for (const WaypointRec& c : scratch) {
       if (pass == 0 && !KindMatches(p.KindHint, c.Kind.Trimmed())) continue;
-      double nm = GcDistance(p.Lat, p.Lon, c.Lat, c.Lon);
+      double nm = NearNm(p.Lat, p.Lon, c.Lat, c.Lon);
       if (nm <= bestNm) {
         bestNm = nm;
         best = &c;
