@@ -55,8 +55,9 @@ FlightPlan MakePlan(int rows) {
   FlightPlan p;
   int dep = w.nav->FindAirport("EDDF");
   int dest = -1;
-  for (int a = static_cast<int>(w.db.Airports.Airports.size()) - 1; a >= 0 && dest < 0; --a)
-    if (!w.db.Airports.Airports[static_cast<std::size_t>(a)].Icao.IsEmptySlot() && a != dep) dest = a;
+  float lat, lon;
+  for (int a = w.nav->AirportCount() - 1; a >= 0 && dest < 0; --a)
+    if (a != dep && w.nav->AirportPosition(a, lat, lon) && !w.nav->AirportIcao(a).empty()) dest = a;
   p.Waypoints[0] = AirportRow(w.db.Airports, dep);
   int r = 1;
   for (int v = 0; r < rows - 1 && v < static_cast<int>(w.db.Navaids.Vors.size()); ++v) {
@@ -91,6 +92,13 @@ void BM_SavePln1000(benchmark::State& state) {
   }
 }
 
+// Keeps the last message, so that a refused file names its reason.
+class LastMessageUi : public SilentUi {
+public:
+  void MsgBox(std::string_view text, MsgStyle, std::string_view) override { last = std::string(text); }
+  std::string last;
+};
+
 template <typename Writer>
 void Reopen(benchmark::State& state, int rows, const char* name, Writer writer) {
   World& w = TheWorld();
@@ -100,11 +108,14 @@ void Reopen(benchmark::State& state, int rows, const char* name, Writer writer) 
   FlightPlan plan;
   PlanPanel panel;
   PlanEditor editor(plan, panel, w.aircraft, *w.nav);
-  SilentUi ui;
+  LastMessageUi ui;
   for (auto _ : state) {
     std::optional<std::string> text = ReadWholeText(path);
     PlanFileState files;
-    if (!text || !OpenAnyPlanText(editor, ui, *text, {}, files)) state.SkipWithError("open failed");
+    if (!text || !OpenAnyPlanText(editor, ui, *text, {}, files)) {
+      state.SkipWithError(("open failed: " + ui.last).c_str());
+      break;
+    }
   }
   if (plan.LastRow != source.LastRow) state.SkipWithError("rows lost");
 }

@@ -31,35 +31,68 @@ std::string AirportWaypointLine(int n, const WaypointRec& w, double elevation) {
          LonToPlanText(w.Lon) + "+" + Format(elevation, "000000.00") + ",";
 }
 
-std::string RowWaypointLine(int n, const WaypointRec& w, bool plainForm) {
-  std::string code = w.Code.Str();
+// Appended in place: a thousand rows are written without a temporary text
+// per field.
+void AppendRowWaypointLine(std::string& t, int n, const WaypointRec& w, bool plainForm) {
+  std::string_view code = w.Code.Trimmed();
   std::string_view kind = w.Kind.Trimmed();
-  std::string body;
+  t += "waypoint.";
+  t += std::to_string(n);
+  t += "=KK, ";
+  t += code;
   if (kind == "NDB") {
-    body = plainForm ? code + ",  , " + code + ", N, " : code + ",  , " + code + " " + Format(w.Frequency, "###0.00") + ", N, ";
+    t += ",  , ";
+    t += code;
+    if (!plainForm) t += " " + Format(w.Frequency, "###0.00");
+    t += ", N, ";
   } else if (kind == "VOR") {
-    body = plainForm ? code + ", , " + code + ", V, " : code + ", , " + code + " " + Format(w.Frequency, "##0.00") + ", V, ";
+    t += ", , ";
+    t += code;
+    if (!plainForm) t += " " + Format(w.Frequency, "##0.00");
+    t += ", V, ";
   } else {
-    body = code + ", , " + code + ",  I, ";
+    t += ", , ";
+    t += code;
+    t += ",  I, ";
   }
-  return "waypoint." + std::to_string(n) + "=KK, " + body + LatToPlanText(w.Lat) + LonToPlanText(w.Lon) +
-         "+000000.00,";
+  t += LatToPlanText(w.Lat);
+  t += LonToPlanText(w.Lon);
+  t += "+000000.00,";
 }
 
 bool HasAirway(const WaypointRec& w) { return static_cast<unsigned char>(w.Airway.chars[0]) >= '0'; }
 
 }  // namespace
 
-std::string FormatWpLine(int n, const WaypointRec& w) {
-  std::string line = "WP=" + std::to_string(n) + "," + std::string(w.Kind.Trimmed()) + "," + w.Code.Str() + "," +
-                     w.Name.Str() + "," + Format(w.Lat, "##0.0000") + "," + Format(w.Lon, "##0.0000") + "," +
-                     Format(w.Frequency, "##0.00") + "," + Format(w.Course, "##0.0000") + "," +
-                     Format(w.MagVar, "##0.000") + "," + std::to_string(w.Origin) + "," + std::to_string(w.DbIndex);
+void AppendWpLine(std::string& t, int n, const WaypointRec& w) {
+  auto field = [&t](std::string_view v) {
+    t += ',';
+    t += v;
+  };
+  t += "WP=";
+  t += std::to_string(n);
+  field(w.Kind.Trimmed());
+  field(w.Code.Trimmed());
+  field(w.Name.Trimmed());
+  field(Format(w.Lat, "##0.0000"));
+  field(Format(w.Lon, "##0.0000"));
+  field(Format(w.Frequency, "##0.00"));
+  field(Format(w.Course, "##0.0000"));
+  field(Format(w.MagVar, "##0.000"));
+  field(std::to_string(w.Origin));
+  field(std::to_string(w.DbIndex));
   if (HasAirway(w)) {
-    line += "," + w.Airway.Str();
-    if (w.MinAltitude >= 0 && w.MaxAltitude > 0)
-      line += "," + Format(w.MinAltitude, "00000") + "," + Format(w.MaxAltitude, "00000");
+    field(w.Airway.Trimmed());
+    if (w.MinAltitude >= 0 && w.MaxAltitude > 0) {
+      field(Format(w.MinAltitude, "00000"));
+      field(Format(w.MaxAltitude, "00000"));
+    }
   }
+}
+
+std::string FormatWpLine(int n, const WaypointRec& w) {
+  std::string line;
+  AppendWpLine(line, n, w);
   return line;
 }
 
@@ -93,7 +126,10 @@ std::string FormatPlanFile(const FlightPlan& plan, const NavLookup& nav, const P
   line("destination_name=", Trim(nav.AirportName(plan.DestinationAirport)));
   line("alternate_name=");
   line(AirportWaypointLine(0, dep, depElev));
-  for (int r = 1; r < last; ++r) line(RowWaypointLine(r, RowAt(plan, r), options.PlainForm));
+  for (int r = 1; r < last; ++r) {
+    AppendRowWaypointLine(t, r, RowAt(plan, r), options.PlainForm);
+    t += kEol;
+  }
   if (last >= 1) line(AirportWaypointLine(last, dest, destElev));
   line("");
   line("[ORV]");
@@ -105,7 +141,10 @@ std::string FormatPlanFile(const FlightPlan& plan, const NavLookup& nav, const P
   line("RouteType=", std::to_string(routeType));
   line("SID=", options.SidLabel);
   line("STAR=", options.StarLabel);
-  for (int r = 1; r < last; ++r) line(FormatWpLine(r, RowAt(plan, r)));
+  for (int r = 1; r < last; ++r) {
+    AppendWpLine(t, r, RowAt(plan, r));
+    t += kEol;
+  }
   return t;
 }
 
@@ -160,18 +199,7 @@ PlanFileData ParsePlanFile(std::string_view text) {
 
 // ---------------------------------------------------------------- into memory
 
-int FindAirportLast(const NavLookup& nav, std::string_view code) {
-  std::string want = UCase(Trim(code));
-  if (want.empty()) return -1;
-  int found = -1;
-  int n = nav.AirportCount();
-  for (int a = 0; a < n; ++a) {
-    float lat, lon;
-    if (!nav.AirportPosition(a, lat, lon)) continue;
-    if (UCase(Trim(nav.AirportIcao(a))) == want) found = a;
-  }
-  return found;
-}
+int FindAirportLast(const NavLookup& nav, std::string_view code) { return nav.FindAirportLast(code); }
 
 namespace {
 

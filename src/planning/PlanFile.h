@@ -67,10 +67,12 @@ struct ProcedureProbe {
 };
 
 // The plan-file side of the program state: the file the plan came from or went
-// to last (MenuSaveFP writes there), the SID and STAR labels a file brought,
-// and the procedure menu state.
+// to last and how it was written (MenuSaveFP writes there the same way), the
+// SID and STAR labels a file brought, and the procedure menu state.
 struct PlanFileState {
   std::string CurrentPath;
+  bool Ifr = true;          // optIFR and chckFormat(1) as SaveRoute last wrote
+  bool PlainForm = false;
   std::string SidLabel;
   std::string StarLabel;
   SidStarMenuState Menu;

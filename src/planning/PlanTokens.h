@@ -23,6 +23,7 @@ bool IsPlainNumber(std::string_view token);
 // Frequency "##0.00", Course "##0.0000", MagVar "##0.000", Origin, DbIndex,
 // then the airway and its limits "00000" when the row has them.
 std::string FormatWpLine(int n, const WaypointRec& w);
+void AppendWpLine(std::string& out, int n, const WaypointRec& w);
 
 // Reads the row whose "WP=" token is tokens[i] and advances i behind it: ten
 // fields, then the airway and the two limits while the next token does not

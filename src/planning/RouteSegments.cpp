@@ -66,7 +66,7 @@ std::string FormatSegmentFile(const std::vector<WaypointRec>& rows, std::string_
   t += "[BEGIN]";
   t += kEol;
   for (std::size_t k = 0; k < rows.size(); ++k) {
-    t += FormatWpLine(static_cast<int>(k) + 1, rows[k]);
+    AppendWpLine(t, static_cast<int>(k) + 1, rows[k]);
     t += kEol;
   }
   return t;

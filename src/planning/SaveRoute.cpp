@@ -104,6 +104,8 @@ std::vector<std::string> SaveRoute::Save(Ui& ui, PlanEditor& editor, PlanFileSta
     return written;
   written.push_back(path);
   state.CurrentPath = path;
+  state.Ifr = optIFR;
+  state.PlainForm = chckFormat[kSavePlainForm];
 
   ExportFolders f = folders;
   // A simulator folder the dialog accepted is where the add-on files go.
@@ -131,10 +133,11 @@ std::vector<std::string> SaveRoute::Save(Ui& ui, PlanEditor& editor, PlanFileSta
   return written;
 }
 
-bool MenuSaveFP(Ui& ui, PlanEditor& editor, PlanFileState& state, bool ifr) {
+bool MenuSaveFP(Ui& ui, PlanEditor& editor, PlanFileState& state) {
   if (state.CurrentPath.empty() || editor.Plan().LastRow < 1) return false;
   SettleRouteType(editor.Plan());
-  return SaveUserFile(ui, state.CurrentPath, FormatPlanFile(editor.Plan(), editor.Nav(), WriteOptions(state, ifr, false)));
+  return SaveUserFile(ui, state.CurrentPath,
+                      FormatPlanFile(editor.Plan(), editor.Nav(), WriteOptions(state, state.Ifr, state.PlainForm)));
 }
 
 bool OpenPlanPath(Ui& ui, PlanEditor& editor, const ProcedureProbe& probe, PlanFileState& state,

@@ -70,10 +70,10 @@ public:
   std::vector<std::string> Save(Ui& ui, PlanEditor& editor, PlanFileState& state, const ExportFolders& folders);
 };
 
-// MenuSaveFP: the plan again into the file it came from or went to last.
-// False, with nothing written, when there is no such file: the window then
-// opens SaveRoute as MenuSaveFPAs does.
-bool MenuSaveFP(Ui& ui, PlanEditor& editor, PlanFileState& state, bool ifr);
+// MenuSaveFP: the plan again into the file it came from or went to last, in
+// the form SaveRoute last chose. False, with nothing written, when there is no
+// such file: the window then opens SaveRoute as MenuSaveFPAs does.
+bool MenuSaveFP(Ui& ui, PlanEditor& editor, PlanFileState& state);
 
 // MenuOpenFP: asks for a file (plans of every supported format), reads it and
 // puts the plan into memory. Only a plan in the program's own format becomes

@@ -1,5 +1,6 @@
 #include "planning/XmlLite.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/Runtime.h"
@@ -39,6 +40,10 @@ public:
   explicit Parser(std::string_view text) : s_(text) {}
 
   XmlDocument Run() {
+    // One element per start tag at most: a rough count saves the regrowth.
+    std::size_t tags = 0;
+    for (char c : s_) tags += c == '<';
+    doc_.Elements.reserve(std::min<std::size_t>(tags / 2 + 1, kXmlMaxElements));
     // A byte order mark is allowed ahead of everything.
     if (s_.substr(0, 3) == "\xEF\xBB\xBF") p_ = 3;
     SkipMisc();
@@ -139,7 +144,12 @@ private:
     int32_t me = static_cast<int32_t>(doc_.Elements.size());
     doc_.Elements.emplace_back();
     doc_.Elements[static_cast<std::size_t>(me)].Parent = parent;
-    if (parent >= 0) doc_.Elements[static_cast<std::size_t>(parent)].Children.push_back(me);
+    if (parent >= 0) {
+      XmlElement& up = doc_.Elements[static_cast<std::size_t>(parent)];
+      if (up.LastChild >= 0) doc_.Elements[static_cast<std::size_t>(up.LastChild)].NextSibling = me;
+      else up.FirstChild = me;
+      up.LastChild = me;
+    }
     std::string_view name = Name();
     if (Failed()) return;
     doc_.Elements[static_cast<std::size_t>(me)].Name = std::string(name);
@@ -239,7 +249,8 @@ XmlDocument ParseXml(std::string_view text) { return Parser(text).Run(); }
 
 int32_t XmlDocument::Child(int32_t parent, std::string_view name) const {
   if (parent < 0 || parent >= static_cast<int32_t>(Elements.size())) return -1;
-  for (int32_t c : Elements[static_cast<std::size_t>(parent)].Children)
+  for (int32_t c = Elements[static_cast<std::size_t>(parent)].FirstChild; c >= 0;
+       c = Elements[static_cast<std::size_t>(c)].NextSibling)
     if (XmlLocalName(Elements[static_cast<std::size_t>(c)].Name) == name) return c;
   return -1;
 }
@@ -247,7 +258,8 @@ int32_t XmlDocument::Child(int32_t parent, std::string_view name) const {
 std::vector<int32_t> XmlDocument::ChildrenNamed(int32_t parent, std::string_view name) const {
   std::vector<int32_t> out;
   if (parent < 0 || parent >= static_cast<int32_t>(Elements.size())) return out;
-  for (int32_t c : Elements[static_cast<std::size_t>(parent)].Children)
+  for (int32_t c = Elements[static_cast<std::size_t>(parent)].FirstChild; c >= 0;
+       c = Elements[static_cast<std::size_t>(c)].NextSibling)
     if (XmlLocalName(Elements[static_cast<std::size_t>(c)].Name) == name) out.push_back(c);
   return out;
 }

@@ -19,7 +19,10 @@ struct XmlElement {
   std::vector<std::pair<std::string, std::string>> Attributes;
   std::string Text;  // the element's own text, entities resolved, UTF-8
   int32_t Parent = -1;
-  std::vector<int32_t> Children;
+  // Children as a chain, so that an element costs no list of its own.
+  int32_t FirstChild = -1;
+  int32_t LastChild = -1;
+  int32_t NextSibling = -1;
 };
 
 struct XmlDocument {
