@@ -5,6 +5,8 @@
 #include <filesystem>
 
 #include "core/FileIo.h"
+#include "database/NavDatabase.h"
+#include "planning/NavLookupDb.h"
 #include "planning/PlanFilesFixture.h"
 #include "planning/PlanFormats.h"
 #include "planning/PlanTokens.h"
@@ -235,7 +237,7 @@ TEST_F(PlanFilesTest, SaveRouteWindowWritesPlanAndExports) {
   // MenuSaveFP writes to the same file; opening it again gives the plan, and
   // a file of another format is never saved over.
   plan.Waypoints[3].Name.Assign("CHANGED");
-  EXPECT_TRUE(MenuSaveFP(ui, editor, state, true));
+  EXPECT_TRUE(MenuSaveFP(ui, editor, state));
   Target t;
   PlanEditor other(t.plan, t.panel, ac, nav);
   PlanFileState opened;
@@ -245,7 +247,27 @@ TEST_F(PlanFilesTest, SaveRouteWindowWritesPlanAndExports) {
   EXPECT_EQ(opened.CurrentPath, written[0]);
   ASSERT_TRUE(OpenPlanPath(ui, other, {}, opened, written[3]));
   EXPECT_EQ(opened.CurrentPath, "");
-  EXPECT_FALSE(MenuSaveFP(ui, other, opened, true));
+  EXPECT_FALSE(MenuSaveFP(ui, other, opened));
+}
+
+}  // namespace
+}  // namespace orv
+
+namespace orv {
+namespace {
+
+TEST(PlanFileAirports, LastMatchCountsWithAndWithoutTheIndex) {
+  NavDatabase db;
+  db.Airports.Airports.resize(4);
+  for (int k : {0, 2}) {
+    db.Airports.Airports[static_cast<std::size_t>(k)].Icao.Assign("EDDF");
+    db.Airports.Airports[static_cast<std::size_t>(k)].Lat = static_cast<float>(k);
+  }
+  NavLookupDb nav(db);
+  EXPECT_EQ(FindAirportLast(nav, " eddf "), 2);
+  EXPECT_EQ(nav.NavLookup::FindAirportLast("EDDF"), 2);
+  EXPECT_EQ(FindAirportLast(nav, "EDDM"), -1);
+  EXPECT_EQ(FindAirportLast(nav, ""), -1);
 }
 
 }  // namespace
