@@ -267,7 +267,8 @@ void Install(PlanEditor& editor, FlightPlan&& fresh, uint8_t routeType, const Pr
   editor.FillDepartureList();
   PlanPanel& panel = editor.Panel();
   int index = -1;
-  if (plan.DepartType == "Rwy") index = plan.DepartNum;
+  if (plan.DepartNum < 0) index = -1;
+  else if (plan.DepartType == "Rwy") index = plan.DepartNum;
   else if (plan.DepartType == "Gate") index = 2 * nav.RunwayCount(plan.DepartureAirport) + plan.DepartNum;
   panel.DepListIndex = index >= 0 && index < static_cast<int>(panel.DepList.size()) ? index : -1;
   panel.RouteLabel.clear();
