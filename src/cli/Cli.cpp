@@ -17,7 +17,10 @@ struct Command {
 constexpr Command kCommands[] = {
     {"load", "--appdir DIR load", CmdLoad},
     {"distance", "distance LAT1 LON1 LAT2 LON2", CmdDistance},
-    {"plan", "--appdir DIR plan DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL]", CmdPlan},
+    {"plan",
+     "--appdir DIR plan DEP DEST|--open FILE [--high|--low|--navaid] [--aircraft N] [--level FL] [--save FILE] "
+     "[--export FORMAT[,FORMAT...] --out DIR]",
+     CmdPlan},
     {"fly",
      "--appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--autopilot] "
      "[--time-scale N]",

@@ -12,22 +12,9 @@
 
 namespace orv::cli {
 
-namespace {
-
-// Loading is silent; messages go to the error stream with plain line ends.
-class PlanUi : public StreamUi {
-public:
-  PlanUi(std::ostream& out, std::ostream& err) : StreamUi(out, err), err_(err) {}
-  void MsgBox(std::string_view text, MsgStyle, std::string_view) override {
-    err_ << Latin1ToUtf8(Replace(text, "\r\n", "\n")) << '\n';
-  }
-  void ShowProgress(std::string_view) override {}
-
-private:
-  std::ostream& err_;
-};
-
-}  // namespace
+void MessageUi::MsgBox(std::string_view text, MsgStyle, std::string_view) {
+  err_ << Latin1ToUtf8(Replace(text, "\r\n", "\n")) << '\n';
+}
 
 int TakePlanOption(const Args& args, std::size_t& i, PlanArgs& out, std::ostream& err, const std::string& command) {
   const std::string& a = args[i];
@@ -89,18 +76,25 @@ bool ParsePlanArgs(const Args& args, PlanArgs& out, Args& rest, std::string& why
   return true;
 }
 
-int BuildPlan(const PlanArgs& args, std::string_view command, std::ostream& out, std::ostream& err,
-              ProgramState& s) {
-  const std::string name(command);
+int LoadForPlan(const PlanArgs& args, std::string_view command, std::ostream& out, std::ostream& err,
+                ProgramState& s) {
   s.AircraftNumber = args.AircraftNumber;
-  PlanUi ui(out, err);
+  MessageUi ui(out, err);
   SystemClock clock;
   if (LoadProgram(s, ui, clock).ProgramEnds()) return 1;
   if (s.Aircraft.List.empty()) {
-    err << name << ": no aircraft in " << s.Core.Folder.Resolve(kAircraftFile).string() << "\n";
+    err << command << ": no aircraft in " << s.Core.Folder.Resolve(kAircraftFile).string() << "\n";
     return 1;
   }
   if (args.Level > 0) s.Aircraft.Current.CruiseLevel = args.Level;
+  return 0;
+}
+
+int BuildPlan(const PlanArgs& args, std::string_view command, std::ostream& out, std::ostream& err,
+              ProgramState& s) {
+  if (int code = LoadForPlan(args, command, out, err, s)) return code;
+  const std::string name(command);
+  MessageUi ui(out, err);
 
   int32_t ends[2];
   for (int k = 0; k < 2; ++k) {
@@ -132,7 +126,7 @@ void PrintPlan(ProgramState& s, std::ostream& out, std::ostream& err) {
   FuelWindow fuel;
   NavLookupDb nav(s.Db, s.Core.ParkingNames);
   const int fuelType = s.Core.Config.Fuel < kFuelUnitFactors.size() ? s.Core.Config.Fuel : 2;
-  PlanUi ui(out, err);
+  MessageUi ui(out, err);
   if (fuel.Load(ui, s.Plan, s.Aircraft.Current, nav, fuelType)) out << Latin1ToUtf8(fuel.TripFuelLabel) << '\n';
 }
 

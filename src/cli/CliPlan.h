@@ -10,6 +10,7 @@
 #include "app/PlanCommands.h"
 #include "app/ProgramState.h"
 #include "cli/Cli.h"
+#include "cli/CliUi.h"
 
 namespace orv::cli {
 
@@ -30,6 +31,23 @@ int TakePlanOption(const Args& args, std::size_t& i, PlanArgs& out, std::ostream
 // Takes the plan options out of args and leaves the rest in `rest`. False
 // with the reason in why.
 bool ParsePlanArgs(const Args& args, PlanArgs& out, Args& rest, std::string& why);
+
+// The commands' messages: progress is silent, a message box is a line on the
+// error stream with plain line ends.
+class MessageUi : public StreamUi {
+public:
+  MessageUi(std::ostream& out, std::ostream& err) : StreamUi(out, err), err_(err) {}
+  void MsgBox(std::string_view text, MsgStyle style, std::string_view title) override;
+  void ShowProgress(std::string_view) override {}
+
+private:
+  std::ostream& err_;
+};
+
+// Loads the folder into s with the aircraft the arguments choose (and their
+// cruise level); 0, else the exit code with the message on err.
+int LoadForPlan(const PlanArgs& args, std::string_view command, std::ostream& out, std::ostream& err,
+                ProgramState& s);
 
 // Loads the folder into s and builds the plan; 0 on success, else the exit
 // code, with the message on err under the command's name. The command has no

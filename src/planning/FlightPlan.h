@@ -90,6 +90,8 @@ public:
 
   FlightPlan& Plan() { return plan_; }
   PlanPanel& Panel() { return panel_; }
+  const AircraftRec& Aircraft() const { return aircraft_; }
+  const NavLookup& Nav() const { return nav_; }
 
   // Puts record at row index + 1 (a negative index counts as 0), moving the
   // rows behind it up. False, with the plan unchanged, when the plan is full.

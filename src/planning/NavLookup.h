@@ -54,6 +54,11 @@ public:
   // row ready to insert: Kind "VOR", "NDB", "Fix", "Int" or "Uwp", Code, Name,
   // Lat, Lon, Frequency, MagVar, DbIndex and, for an intersection, NetType.
   virtual void FindByIdent(std::string_view ident, std::vector<WaypointRec>& out) const = 0;
+
+  // The airport slot with this ICAO code (trimmed, any case) as a search of
+  // the array in order finds it when the last match counts; -1 when none.
+  // The default walks the array; an indexed database answers at once.
+  virtual int FindAirportLast(std::string_view icao) const;
 };
 
 }  // namespace orv

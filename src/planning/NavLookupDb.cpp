@@ -1,6 +1,7 @@
 #include "planning/NavLookupDb.h"
 
 #include <algorithm>
+#include <iterator>
 #include <tuple>
 
 #include "core/Runtime.h"
@@ -168,6 +169,15 @@ int NavLookupDb::FindAirport(std::string_view icao) const {
   auto it = std::lower_bound(airports_.begin(), airports_.end(), key,
                              [](const AirportEntry& e, const std::string& k) { return e.Icao < k; });
   return it != airports_.end() && it->Icao == key ? it->Index : -1;
+}
+
+int NavLookupDb::FindAirportLast(std::string_view icao) const {
+  std::string key = Key(icao);
+  if (key.empty()) return -1;
+  // Entries of one code are sorted by slot: the last of them is the last match.
+  auto it = std::upper_bound(airports_.begin(), airports_.end(), key,
+                             [](const std::string& k, const AirportEntry& e) { return k < e.Icao; });
+  return it != airports_.begin() && std::prev(it)->Icao == key ? std::prev(it)->Index : -1;
 }
 
 // ---------------------------------------------------------------- airports

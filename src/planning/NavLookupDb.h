@@ -55,6 +55,7 @@ public:
   ParkingInfo Parking(int airport, int parking) const override;
 
   void FindByIdent(std::string_view ident, std::vector<WaypointRec>& out) const override;
+  int FindAirportLast(std::string_view icao) const override;
 
   // The airport slot whose ICAO code is icao (trimmed, any case), -1 when none.
   int FindAirport(std::string_view icao) const;

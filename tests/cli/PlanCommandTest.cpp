@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "core/FileIo.h"
 #include "database/AirportFile.h"
 #include "database/AirspaceFiles.h"
 #include "database/NavaidFiles.h"
@@ -233,6 +234,53 @@ TEST(PlanCommand, FailuresExitWithTheMessage) {
   CliRun broken = Plan(empty.Path(), {"AAAA", "BBBB"});
   EXPECT_EQ(broken.code, 1);
   EXPECT_NE(broken.err.find("region.orv: record 0"), std::string::npos) << broken.err;
+}
+
+}  // namespace
+}  // namespace orv
+
+namespace orv {
+namespace {
+
+TEST(PlanCommand, SavesExportsAndOpensPlanFiles) {
+  test::TempDir dir;
+  fs::path app = BuildFolder(dir.Path());
+  fs::path saved = dir.Path() / "trip.pln";
+  fs::path outDir = dir.Path() / "out";
+  CliRun built = Plan(app, {"AAAA", "BBBB", "--save", saved.string(), "--export", "pln,fms,ivao,pmdg", "--out",
+                            outDir.string()});
+  ASSERT_EQ(built.code, 0) << built.err;
+  std::string table = built.out.substr(0, built.out.find("Saved: "));
+  EXPECT_EQ(built.out.substr(table.size()),
+            "Saved: " + saved.string() + "\nSaved: " + (outDir / "AAAABBBB.pln").string() + "\nSaved: " +
+                (outDir / "AAAABBBB.fms").string() + "\nSaved: " + (outDir / "AAAABBBB-ivao.fpl").string() +
+                "\nSaved: " + (outDir / "AAAABBBB-pmdg.rte").string() + "\nSaved: " +
+                (outDir / "AAAABBBB-pmdg.rt2").string() + "\n");
+  EXPECT_NE(Text(*ReadWholeFile(outDir / "AAAABBBB-ivao.fpl")).find("ROUTE=DCT AAA J2 EEE\r\n"), std::string::npos);
+
+  // Opened again, the program's file gives the same table; the X-Plane file
+  // the same rows, matched to the database, without the airways' limits.
+  CliRun opened = Plan(app, {"--open", saved.string()});
+  ASSERT_EQ(opened.code, 0) << opened.err;
+  EXPECT_EQ(opened.out, table);
+  CliRun fms = Plan(app, {"--open", (outDir / "AAAABBBB.fms").string(), "--save", (dir.Path() / "again.pln").string()});
+  ASSERT_EQ(fms.code, 0) << fms.err;
+  EXPECT_NE(fms.out.find("\tCCC\tCCC INT (J2)\t      \t045\xC2\xB0/045\xC2\xB0\t085 NM\t"), std::string::npos) << fms.out;
+  EXPECT_NE(fms.out.find("Total distance: 0309\n"), std::string::npos);
+
+  // Refusals: the message, exit 1.
+  test::TempDir other;
+  CliRun bad = Plan(app, {"--open", other.Write("x.pln", "not a plan").string()});
+  EXPECT_EQ(bad.code, 1);
+  EXPECT_EQ(bad.err, " Sorry! This is not a valid ORV flight plan!\n");
+  std::string foreign = Text(*ReadWholeFile(saved));
+  foreign.replace(foreign.find("DestAPCode=BBBB"), 15, "DestAPCode=QQQQ");
+  CliRun missing = Plan(app, {"--open", other.Write("q.pln", foreign).string()});
+  EXPECT_EQ(missing.code, 1);
+  EXPECT_EQ(missing.err, "QQQQ is not in currently loaded database!\n");
+  CliRun noOut = Plan(app, {"AAAA", "BBBB", "--export", "fms"});
+  EXPECT_EQ(noOut.code, 2);
+  EXPECT_EQ(noOut.err.rfind("plan: --export needs --out DIR\n", 0), 0u);
 }
 
 }  // namespace
