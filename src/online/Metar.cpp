@@ -280,34 +280,65 @@ bool DegMinHem(std::string_view t, double& out) {
 }  // namespace
 
 std::string StationListToWxStations(std::string_view text) {
-  // Blank or ";"-separated columns: the ICAO is the first four-letter
-  // upper-case word, the position the first two words ending in a hemisphere.
+  // The columns are separated by blanks: the position is the first latitude
+  // word ("50-02N", "5002N", or "50" followed by "02N") and the longitude
+  // after it; the ICAO is the nearest four-character word ahead of it.
   std::vector<std::pair<std::string, std::string>> rows;
   ForEachLine(text, [&](std::string_view line) {
-    std::string icao;
-    double lat = 0, lon = 0;
-    int found = 0;
+    std::vector<std::string_view> words;
     size_t pos = 0;
-    while (pos < line.size() && found < 2) {
-      size_t end = line.find_first_of(" ;\t,", pos);
+    while (pos < line.size()) {
+      size_t end = line.find_first_of(" \t", pos);
       if (end == std::string_view::npos) end = line.size();
-      std::string_view w = line.substr(pos, end - pos);
+      if (end > pos) words.push_back(line.substr(pos, end - pos));
       pos = end + 1;
-      if (w.empty()) continue;
-      if (icao.empty() && w.size() == 4 && std::all_of(w.begin(), w.end(), [](char c) {
-            return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-          }) && w[0] >= 'A') {
-        icao = std::string(w);
-        continue;
-      }
-      if (!icao.empty() && (w.back() == 'N' || w.back() == 'S') && found == 0 && DegMinHem(w, lat)) {
-        found = 1;
-      } else if (found == 1 && (w.back() == 'E' || w.back() == 'W') && DegMinHem(w, lon)) {
-        found = 2;
-      }
     }
-    if (found == 2 && std::fabs(lat) <= 90 && std::fabs(lon) <= 180)
-      rows.emplace_back(icao, icao + "," + Format(lat, "0.0000") + "," + Format(lon, "0.0000"));
+    auto digits = [](std::string_view w) {
+      return !w.empty() && std::all_of(w.begin(), w.end(), [](char c) { return (c >= '0' && c <= '9') || c == '-'; });
+    };
+    // A coordinate starting at word i with a hemisphere of `hems`; sets used.
+    auto coord = [&](size_t i, std::string_view hems, double& out, size_t& used) {
+      std::string_view w = words[i];
+      if (w.size() >= 2 && hems.find(w.back()) != std::string_view::npos && digits(w.substr(0, w.size() - 1))) {
+        std::string_view body = w.substr(0, w.size() - 1);
+        if (body.find('-') == std::string_view::npos && body.size() >= 4)
+          out = Val(body.substr(0, body.size() - 2)) + Val(body.substr(body.size() - 2)) / 60;
+        else
+          DegMinHem(w, out), out = std::fabs(out);
+        used = 1;
+      } else if (i + 1 < words.size() && digits(w) && w.size() <= 3 && w.find('-') == std::string_view::npos) {
+        std::string_view m = words[i + 1];
+        if (m.size() < 2 || m.size() > 3 || hems.find(m.back()) == std::string_view::npos ||
+            !digits(m.substr(0, m.size() - 1)) || m.find('-') != std::string_view::npos)
+          return false;
+        out = Val(w) + Val(m.substr(0, m.size() - 1)) / 60;
+        used = 2;
+      } else {
+        return false;
+      }
+      char h = words[i + used - 1].back();
+      if (h == 'S' || h == 'W') out = -out;
+      return true;
+    };
+    for (size_t i = 0; i < words.size(); ++i) {
+      double lat = 0, lon = 0;
+      size_t used = 0, used2 = 0;
+      if (!coord(i, "NS", lat, used)) continue;
+      if (i + used >= words.size() || !coord(i + used, "EW", lon, used2)) continue;
+      std::string icao;
+      for (size_t k = i; k-- > 0;) {
+        std::string_view w = words[k];
+        if (w.size() == 4 && std::all_of(w.begin(), w.end(), [](char c) {
+              return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+            }) && w[0] >= 'A') {
+          icao = std::string(w);
+          break;
+        }
+      }
+      if (!icao.empty() && std::fabs(lat) <= 90 && std::fabs(lon) <= 180)
+        rows.emplace_back(icao, icao + "," + Format(lat, "0.0000") + "," + Format(lon, "0.0000"));
+      break;
+    }
     return true;
   });
   std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
@@ -325,7 +356,7 @@ std::vector<std::string> MetarHoverLines(const MetarRec* rec, std::string_view s
     lines.push_back("No weatherdata available");
     return lines;
   }
-  std::string wind = "Wx: " + rec->Icao + " - Wind: ";
+  std::string wind = "Wx: " + std::string(station) + " - Wind: ";
   if (rec->WindDir == kWindNone) {
     wind += "N/A";
   } else {
