@@ -25,6 +25,10 @@ constexpr Command kCommands[] = {
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
      "[--round-world] --out FILE.png|FILE.svg",
      CmdRender},
+    {"download", "--appdir DIR download weather|ivao|vatsim [--url URL] [--yes]", CmdDownload},
+    {"online", "--appdir DIR online [--ivao|--vatsim] [--file F]", CmdOnline},
+    {"metar", "--appdir DIR metar [--file F] [ICAO...]", CmdMetar},
+    {"tracks", "--appdir DIR tracks nat|pacific [--file F]", CmdTracks},
 };
 
 void Usage(std::ostream& err) {

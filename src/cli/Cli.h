@@ -37,6 +37,15 @@ int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostr
 // "render": the map of the loaded database into a PNG or SVG picture.
 int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 
+// The network data: "download weather|ivao|vatsim [--url URL] [--yes]" runs
+// the download sequence; "online [--ivao|--vatsim] [--file F]" prints the
+// parsed pilots and stations; "metar [--file F] [ICAO...]" the weather
+// lines of the hover box; "tracks nat|pacific [--file F]" one line a track.
+int CmdDownload(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdOnline(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdMetar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdTracks(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
 // ends the program. CmdLoad runs it with the database's own readers.

@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include <zlib.h>
+
 #ifdef ORV_HAVE_CURL
 #include <curl/curl.h>
 #endif
@@ -32,6 +34,33 @@ int QueueUiThread::WaitAndPump(int timeoutMs) {
     cv_.wait_for(lock, std::chrono::milliseconds(timeoutMs), [this] { return !tasks_.empty(); });
   }
   return Pump();
+}
+
+bool GunzipIfPacked(std::string& body, int64_t maxBody) {
+  if (body.size() < 2 || static_cast<uint8_t>(body[0]) != 0x1F || static_cast<uint8_t>(body[1]) != 0x8B) return true;
+  z_stream z{};
+  if (inflateInit2(&z, 15 + 32) != Z_OK) return false;
+  std::string out;
+  char buf[65536];
+  z.next_in = reinterpret_cast<Bytef*>(body.data());
+  z.avail_in = static_cast<uInt>(body.size());
+  int rc = Z_OK;
+  while (rc == Z_OK) {
+    z.next_out = reinterpret_cast<Bytef*>(buf);
+    z.avail_out = sizeof buf;
+    rc = inflate(&z, Z_NO_FLUSH);
+    if (rc != Z_OK && rc != Z_STREAM_END) break;
+    out.append(buf, sizeof buf - z.avail_out);
+    if (static_cast<int64_t>(out.size()) > maxBody) {
+      rc = Z_MEM_ERROR;
+      break;
+    }
+    if (rc == Z_OK && z.avail_in == 0 && z.avail_out != 0) break;   // truncated
+  }
+  inflateEnd(&z);
+  if (rc != Z_STREAM_END) return false;
+  body = std::move(out);
+  return true;
 }
 
 #ifdef ORV_HAVE_CURL
@@ -115,6 +144,12 @@ public:
     if (result.Status < 200 || result.Status > 299) {
       result.Body.clear();
       result.Error = "HTTP status " + std::to_string(result.Status);
+      return result;
+    }
+    // A file served packed (a ".gz" download rather than a packed answer).
+    if (!GunzipIfPacked(result.Body, maxBody)) {
+      result.Body.clear();
+      result.Error = "the packed answer is damaged or too large";
       return result;
     }
     result.Ok = true;

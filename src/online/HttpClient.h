@@ -38,6 +38,10 @@ public:
                          int64_t maxBody = kMaxHttpBody) = 0;
 };
 
+// Unpacks a body that is a gzip file (first bytes 1F 8B) in place; other
+// bodies are left alone. False when it is damaged or unpacks beyond maxBody.
+bool GunzipIfPacked(std::string& body, int64_t maxBody = kMaxHttpBody);
+
 // The libcurl client; nullptr when the program was built without libcurl.
 std::unique_ptr<HttpClient> MakeCurlHttpClient();
 

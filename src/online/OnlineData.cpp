@@ -77,9 +77,12 @@ enum class Grammar { Ivao, Vatsim };
 // callsign. Returns the records added.
 void AddStations(std::string_view line, Grammar g, const AirportFinder& airports, OnlineData& out,
                  bool fromText) {
+  // A suffix counts only at positions 1 to 12 (1-based): only the head of the
+  // line is searched.
+  const std::string_view head = line.substr(0, 15);
   for (int fac = 0; fac < kFacilityCount; ++fac) {
-    size_t at = line.find(kFacilitySuffix[fac]);
-    if (at == std::string_view::npos || at > 11) continue;   // 1-based position 1..12
+    size_t at = head.find(kFacilitySuffix[fac]);
+    if (at == std::string_view::npos || at > 11) continue;
     std::string_view station = line.substr(0, at);
     std::string qualifier;
     size_t us = station.find('_');
@@ -385,6 +388,11 @@ std::vector<OnlineSector> LoadSectorFile(const AppFolder& app, OnlineNetwork net
 
 bool ParseOnlineFile(const AppFolder& app, OnlineNetwork network, const AirportTables* airports,
                      std::vector<OnlineSector>& sectors, OnlineData& data, Ui& ui, std::string& caption) {
+  return ParseOnlineFile(app, network, AirportFinder(airports), sectors, data, ui, caption);
+}
+
+bool ParseOnlineFile(const AppFolder& app, OnlineNetwork network, const AirportFinder& finder,
+                     std::vector<OnlineSector>& sectors, OnlineData& data, Ui& ui, std::string& caption) {
   const bool ivao = network == OnlineNetwork::Ivao;
   std::filesystem::path txt = app.Resolve(ivao ? "\\database\\orv_ivao.txt" : "\\database\\orv_vatsim.txt");
   std::filesystem::path old = app.Resolve(ivao ? "\\database\\orv_ivao.old" : "\\database\\orv_vatsim.old");
@@ -393,7 +401,6 @@ bool ParseOnlineFile(const AppFolder& app, OnlineNetwork network, const AirportT
   std::string error;
   bool ok = false;
   if (auto text = ReadWholeText(txt)) {
-    AirportFinder finder(airports);
     ok = ParseOnlineText(network, *text, finder, fresh, error);
   }
   ui.SetWaitCursor(false);

@@ -152,6 +152,10 @@ std::string OnlineMenuCaption(OnlineNetwork network, const OnlineData* data);
 // Returns the new menu caption in `caption`.
 bool ParseOnlineFile(const AppFolder& app, OnlineNetwork network, const AirportTables* airports,
                      std::vector<OnlineSector>& sectors, OnlineData& data, Ui& ui, std::string& caption);
+// The same with a finder kept from one download to the next (building it
+// sorts the airport codes once).
+bool ParseOnlineFile(const AppFolder& app, OnlineNetwork network, const AirportFinder& airports,
+                     std::vector<OnlineSector>& sectors, OnlineData& data, Ui& ui, std::string& caption);
 
 // Reads database\orv_Ivao.dat or orv_Vatsim.dat; empty when missing.
 std::vector<OnlineSector> LoadSectorFile(const AppFolder& app, OnlineNetwork network);
