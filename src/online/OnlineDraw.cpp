@@ -203,7 +203,7 @@ void DrawTracks(DrawTarget& t, const ViewState& v, const TrackTable& tracks, Col
 // ------------------------------------------------------------ hover
 
 std::vector<std::string> StationHoverLines(const OnlineData& data, const ViewState& v, double x, double y,
-                                           int32_t& hitSector) {
+                                           int32_t& hitSector, const std::vector<OnlineSector>* sectors) {
   static constexpr const char* kIvao[] = {"IVAO Twr: ", "IVAO Grnd: ", "IVAO App: ", "IVAO Del: ", "IVAO CTR: ", "IVAO FSS: "};
   static constexpr const char* kVatsim[] = {"VATSIM Twr: ", "VATSIM Grnd: ", "VATSIM App: ", "VATSIM Del: ", "VATSIM CTR: ", "VATSIM FSS: "};
   // The box's order: delivery, ground, tower, approach, then centre and FSS
@@ -214,15 +214,21 @@ std::vector<std::string> StationHoverLines(const OnlineData& data, const ViewSta
   hitSector = -1;
   for (int fac : order) {
     for (const OnlineStationRec& s : data.Stations[fac]) {
-      if (s.Latitude == kNoPosition) continue;
-      double sx = MapXFromLon(v, s.Longitude, s.Latitude), sy = MapYFromLat(v, s.Latitude);
+      float lat = s.Latitude, lon = s.Longitude;
+      const bool fir = fac == kFacCtr || fac == kFacFss;
+      if (fir && sectors && s.Sector >= 0 && static_cast<size_t>(s.Sector) < sectors->size()) {
+        lat = (*sectors)[static_cast<size_t>(s.Sector)].CenterLat;
+        lon = (*sectors)[static_cast<size_t>(s.Sector)].CenterLon;
+      }
+      if (lat == kNoPosition) continue;
+      double sx = MapXFromLon(v, lon, lat), sy = MapYFromLat(v, lat);
       if (!Near(sx, sy, x, y, 100, 100)) continue;
       lines.push_back(std::string(ivao ? kIvao[fac] : kVatsim[fac]) + s.Callsign + "  " + FrequencyText(s.Frequency) +
                       "  " + s.RealName);
       if (!s.AtisSummary.empty() && s.AtisSummary != "No Information ") lines.push_back("  " + s.AtisSummary);
       if (!s.LandingRunways.empty()) lines.push_back("  " + s.LandingRunways);
       if (!s.TakeoffRunways.empty()) lines.push_back("  " + s.TakeoffRunways);
-      if ((fac == kFacCtr || fac == kFacFss) && s.Sector >= 0 && hitSector < 0) hitSector = s.Sector;
+      if (fir && s.Sector >= 0 && hitSector < 0) hitSector = s.Sector;
     }
   }
   return lines;

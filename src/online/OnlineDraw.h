@@ -64,9 +64,10 @@ void DrawTracks(DrawTarget& t, const ViewState& v, const TrackTable& tracks, Col
 // ------------------------------------------------------------ hover
 
 // Rows 2 and 3: the controllers under the pointer (radius 100), by facility
-// in the box's order. hitSector is the sector to outline, -1 for none.
+// in the box's order; a centre or FSS with a sector is tested at the
+// sector's centre. hitSector is the sector to outline, -1 for none.
 std::vector<std::string> StationHoverLines(const OnlineData& data, const ViewState& v, double x, double y,
-                                           int32_t& hitSector);
+                                           int32_t& hitSector, const std::vector<OnlineSector>* sectors = nullptr);
 // Row 15: the pilots under the pointer (150 across, 250 up and down).
 std::vector<std::string> PilotHoverLines(const OnlineData& data, const ViewState& v, double x, double y,
                                          const OnlineDrawStyle& style);
