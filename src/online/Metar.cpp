@@ -130,8 +130,7 @@ void ParseMetarGroups(std::string_view line, MetarRec& rec) {
     if (g == "RMK") break;
     if (g == "CAVOK") {
       rec.Visibility = kVisCavok;
-    } else if ((g.size() == 4 || Has(g, "NDV")) && Val(g) > 1000 && Val(g) < 10000) {
-      double v = Val(g);
+    } else if (double v = (g.size() == 4 || Has(g, "NDV")) ? Val(g) : 0.0; v > 1000 && v < 10000) {
       rec.Visibility = v == 9999 ? kVisTenKm : CInt(v / 1000);
     } else if (EndsWith(g, "SM")) {
       rec.Visibility = CInt(std::trunc(Val(g)) + kVisStatuteMiles);
@@ -153,17 +152,23 @@ void ParseMetarGroups(std::string_view line, MetarRec& rec) {
       rec.Temperature = SignedTemp(g.substr(0, slash));
       rec.DewPoint = SignedTemp(g.substr(slash + 1));
     }
-    if (Has(g, "RA")) rec.Rain = -1;
-    if (Has(g, "DZ")) rec.Drizzle = -1;
-    if (Has(g, "SN")) rec.Snow = -1;
-    if (Has(g, "PE")) rec.IcePellets = -1;
-    if (Has(g, "GR")) rec.Hail = -1;
-    if (Has(g, "FG")) rec.Fog = -1;
-    if (Has(g, "HZ")) rec.Haze = -1;
-    if (Has(g, "BR")) rec.Mist = -1;
-    if (Has(g, "FU")) rec.Smoke = -1;
-    if (Has(g, "CB")) rec.Cumulonimbus = -1;
-    if (Has(g, "TS")) rec.Thunderstorm = -1;
+    // The weather codes anywhere in the group, in one pass over its pairs.
+    for (size_t i = 0; i + 1 < g.size(); ++i) {
+      switch (g[i] << 8 | g[i + 1]) {
+        case 'R' << 8 | 'A': rec.Rain = -1; break;
+        case 'D' << 8 | 'Z': rec.Drizzle = -1; break;
+        case 'S' << 8 | 'N': rec.Snow = -1; break;
+        case 'P' << 8 | 'E': rec.IcePellets = -1; break;
+        case 'G' << 8 | 'R': rec.Hail = -1; break;
+        case 'F' << 8 | 'G': rec.Fog = -1; break;
+        case 'H' << 8 | 'Z': rec.Haze = -1; break;
+        case 'B' << 8 | 'R': rec.Mist = -1; break;
+        case 'F' << 8 | 'U': rec.Smoke = -1; break;
+        case 'C' << 8 | 'B': rec.Cumulonimbus = -1; break;
+        case 'T' << 8 | 'S': rec.Thunderstorm = -1; break;
+        default: break;
+      }
+    }
   }
 }
 

@@ -12,6 +12,10 @@ namespace {
 
 constexpr double kDegToRad = 3.14159265 / 180.0;
 
+// Callsigns of the pilots are written below this label: at 300 NM and more
+// a busy evening's callsigns would cover the chart.
+constexpr int32_t kPilotLabelLimit = 300;
+
 bool Near(double ax, double ay, double bx, double by, double rx, double ry) {
   return std::fabs(ax - bx) < rx && std::fabs(ay - by) < ry;
 }
@@ -105,7 +109,7 @@ void DrawOnlinePilots(DrawTarget& t, const ViewState& v, const OnlineData& data,
     segs.push_back({x - sx * 60, y - cy * 60, x + sx * 60, y + cy * 60});
     segs.push_back({x + cy * 50, y - sx * 50, x - cy * 50, y + sx * 50});
     segs.push_back({x - sx * 60 + cy * 20, y - cy * 60 - sx * 20, x - sx * 60 - cy * 20, y - cy * 60 + sx * 20});
-    if (label < 500) {
+    if (label < kPilotLabelLimit) {
       bool own = !style.OwnCallsign.empty() && p.Callsign == style.OwnCallsign;
       t.SetForeColor(own ? style.Hilite : style.Pilot);
       std::string text = p.Callsign;

@@ -42,7 +42,8 @@ void DrawOnlineSectors(DrawTarget& t, const ViewState& v, const std::vector<Onli
 void DrawOnlineStations(DrawTarget& t, const ViewState& v, const OnlineData& data, const OnlineDrawStyle& style,
                         int32_t label);
 // The pilots: a small aircraft turned to its heading, callsign and, by the
-// options, altitude and speed and the route, labels below label 500.
+// options, altitude and speed and the route (below label 200), callsigns
+// below label 300.
 void DrawOnlinePilots(DrawTarget& t, const ViewState& v, const OnlineData& data, const OnlineDrawStyle& style,
                       int32_t label);
 

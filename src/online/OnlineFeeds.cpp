@@ -3,6 +3,9 @@
 // wrong type or a missing one reads as empty or zero, never as a fault.
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cmath>
+
 #include "core/Runtime.h"
 #include "online/OnlineData.h"
 #include "online/OnlineDetail.h"
@@ -113,46 +116,130 @@ std::optional<std::string> VatsimJsonDataUrl(std::string_view statusJson) {
   return std::nullopt;
 }
 
+namespace {
+
+// The VATSIM feed read as a stream of events: two thousand pilots are read
+// without building the document, member by member into the records.
+class VatsimSax : public nlohmann::json_sax<Json> {
+public:
+  VatsimSax(const AirportFinder& airports, OnlineData& out) : airports_(airports), out_(out) {}
+
+  bool null() override { return true; }
+  bool boolean(bool) override { return true; }
+  bool number_integer(number_integer_t v) override { return Number(static_cast<double>(v)); }
+  bool number_unsigned(number_unsigned_t v) override { return Number(static_cast<double>(v)); }
+  bool number_float(number_float_t v, const string_t&) override { return Number(std::isfinite(v) ? v : 0.0); }
+  bool string(string_t& v) override {
+    if (depth_ == 2 && section_ == Section::General && key_ == "update_timestamp") out_.Stamp = IsoStamp(v);
+    if (depth_ == 3 && section_ == Section::Pilots) {
+      if (key_ == "callsign") pilot_.Callsign = Utf8ToLatin1(v);
+      else if (key_ == "name") pilot_.RealName = Utf8ToLatin1(v);
+      else Number(Val(v));
+    } else if (depth_ == 4 && section_ == Section::Pilots && inPlan_) {
+      if (key_ == "departure") pilot_.Departure = Utf8ToLatin1(v);
+      else if (key_ == "arrival") pilot_.Destination = Utf8ToLatin1(v);
+      else if (key_ == "aircraft_short") pilot_.AircraftType = Utf8ToLatin1(v);
+    } else if (depth_ == 3 && section_ == Section::Controllers) {
+      if (key_ == "callsign") callsign_ = Utf8ToLatin1(v);
+      else if (key_ == "name") name_ = Utf8ToLatin1(v);
+      else Number(Val(v));
+    }
+    return true;
+  }
+  bool binary(binary_t&) override { return true; }
+  bool start_object(std::size_t) override {
+    if (depth_ == 0) isObject_ = true;
+    if (depth_ == 1) section_ = key_ == "general" ? Section::General : Section::None;
+    if (depth_ == 2 && section_ == Section::Pilots) {
+      pilot_ = OnlineClientRec{};
+      haveLat_ = haveLon_ = false;
+      ++out_.PilotLines;
+    }
+    if (depth_ == 2 && section_ == Section::Controllers) {
+      callsign_.clear();
+      name_.clear();
+      frequency_ = 0;
+      facility_ = 0;
+      ++out_.AtcLines;
+    }
+    if (depth_ == 3 && section_ == Section::Pilots && key_ == "flight_plan") inPlan_ = true;
+    ++depth_;
+    return true;
+  }
+  bool end_object() override {
+    --depth_;
+    if (depth_ == 3) inPlan_ = false;
+    if (depth_ == 2 && section_ == Section::Pilots) {
+      if (haveLat_ && haveLon_ && ValidLatLon(pilot_.Latitude, pilot_.Longitude)) out_.Pilots.push_back(std::move(pilot_));
+    }
+    if (depth_ == 2 && section_ == Section::Controllers) {
+      int facility = VatsimFacility(facility_);
+      if (facility >= 0 && !callsign_.empty())
+        AddFeedStation(callsign_, facility, false, 0, 0, false, CSng(frequency_), name_, airports_, out_, nullptr);
+    }
+    return true;
+  }
+  bool start_array(std::size_t) override {
+    if (depth_ == 1) section_ = key_ == "pilots" ? Section::Pilots : key_ == "controllers" ? Section::Controllers : Section::None;
+    ++depth_;
+    return true;
+  }
+  bool end_array() override {
+    --depth_;
+    if (depth_ == 1) section_ = Section::None;
+    return true;
+  }
+  bool key(string_t& k) override {
+    key_.assign(k);
+    return true;
+  }
+  bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override { return false; }
+
+  bool IsObject() const { return isObject_; }
+
+private:
+  enum class Section { None, General, Pilots, Controllers };
+
+  bool Number(double v) {
+    if (depth_ == 3 && section_ == Section::Pilots) {
+      if (key_ == "latitude") pilot_.Latitude = CSng(v), haveLat_ = true;
+      else if (key_ == "longitude") pilot_.Longitude = CSng(v), haveLon_ = true;
+      else if (key_ == "altitude") pilot_.Altitude = CLng(v);
+      else if (key_ == "groundspeed") pilot_.GroundSpeed = CLng(v);
+      else if (key_ == "heading") pilot_.Heading = CLng(v);
+    } else if (depth_ == 3 && section_ == Section::Controllers) {
+      if (key_ == "frequency") frequency_ = v;
+      else if (key_ == "facility") facility_ = static_cast<int>(std::clamp(v, -1.0, 100.0));
+    }
+    return true;
+  }
+
+  const AirportFinder& airports_;
+  OnlineData& out_;
+  int depth_ = 0;
+  bool isObject_ = false;
+  Section section_ = Section::None;
+  std::string key_;
+  bool inPlan_ = false;
+  OnlineClientRec pilot_;
+  bool haveLat_ = false, haveLon_ = false;
+  std::string callsign_, name_;
+  double frequency_ = 0;
+  int facility_ = 0;
+};
+
+}  // namespace
+
 bool ParseVatsimJson(std::string_view text, const AirportFinder& airports, OnlineData& out, std::string& error) {
-  Json doc;
-  if (!ParseDoc(text, doc, error)) return false;
-  out = OnlineData{};
-  out.Network = OnlineNetwork::Vatsim;
-  if (const Json* general = Member(doc, "general")) out.Stamp = IsoStamp(Str(*general, "update_timestamp"));
-  if (const Json* pilots = Member(doc, "pilots"); pilots && pilots->is_array()) {
-    out.Pilots.reserve(pilots->size());
-    for (const Json& p : *pilots) {
-      if (!p.is_object()) continue;
-      ++out.PilotLines;
-      double lat = 0, lon = 0;
-      if (!Num(p, "latitude", lat) || !Num(p, "longitude", lon) || !ValidLatLon(lat, lon)) continue;
-      OnlineClientRec rec;
-      rec.Callsign = Utf8ToLatin1(Str(p, "callsign"));
-      rec.RealName = Utf8ToLatin1(Str(p, "name"));
-      rec.Latitude = CSng(lat);
-      rec.Longitude = CSng(lon);
-      rec.Altitude = CLng(NumOr0(p, "altitude"));
-      rec.GroundSpeed = CLng(NumOr0(p, "groundspeed"));
-      rec.Heading = CLng(NumOr0(p, "heading"));
-      if (const Json* fp = Member(p, "flight_plan"); fp && fp->is_object()) {
-        rec.Departure = Utf8ToLatin1(Str(*fp, "departure"));
-        rec.Destination = Utf8ToLatin1(Str(*fp, "arrival"));
-        rec.AircraftType = Utf8ToLatin1(Str(*fp, "aircraft_short"));
-      }
-      out.Pilots.push_back(std::move(rec));
-    }
+  OnlineData fresh;
+  fresh.Network = OnlineNetwork::Vatsim;
+  fresh.Pilots.reserve(text.size() / 1200 + 1);
+  VatsimSax sax(airports, fresh);
+  if (!Json::sax_parse(text.begin(), text.end(), &sax) || !sax.IsObject()) {
+    error = "not a JSON document";
+    return false;
   }
-  if (const Json* ctl = Member(doc, "controllers"); ctl && ctl->is_array()) {
-    for (const Json& c : *ctl) {
-      if (!c.is_object()) continue;
-      ++out.AtcLines;
-      std::string callsign = Utf8ToLatin1(Str(c, "callsign"));
-      int facility = VatsimFacility(static_cast<int>(NumOr0(c, "facility")));
-      if (facility < 0 || callsign.empty()) continue;
-      AddFeedStation(callsign, facility, false, 0, 0, false, CSng(NumOr0(c, "frequency")),
-                     Utf8ToLatin1(Str(c, "name")), airports, out, nullptr);
-    }
-  }
+  out = std::move(fresh);
   Finish(out);
   if (out.Pilots.empty()) {
     error = "no pilot in the feed";
