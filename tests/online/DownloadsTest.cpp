@@ -204,6 +204,24 @@ TEST_F(DownloadTest, IvaoStatusListRepairAndRefusals) {
   EXPECT_EQ(BarPercent(99, 1000), 10);
 }
 
+TEST_F(DownloadTest, IvaoJsonFeedIsItsOwnStatus) {
+  std::string feed = test::IvaoV2Json(test::ManyPilots(30), test::ManyAtcs(3));
+  app.Config.IvaoUrlStatus = server.Url("/v2/tracker/whazzup");
+  server.Set("/v2/tracker/whazzup", R(200, feed, 0, true));
+  ui.answers = {Answer::Yes};
+  mgr->DownloadNetwork(OnlineNetwork::Ivao);
+  Wait();
+  EXPECT_EQ(mgr->LastOutcome(), DownloadOutcome::Done);
+  EXPECT_EQ(File("URLIVAO.INI"), server.Url("/v2/tracker/whazzup") + "\r\n");
+  EXPECT_EQ(server.Hits("/v2/tracker/whazzup"), 2);   // once as status, once as data
+  OnlineData data;
+  std::vector<OnlineSector> sectors;
+  std::string caption;
+  ASSERT_TRUE(ParseOnlineFile(app.Folder, OnlineNetwork::Ivao, nullptr, sectors, data, ui, caption));
+  EXPECT_EQ(data.Pilots.size(), 30u);
+  EXPECT_EQ(caption, "&IVAO     - 24.11.2026-03:36 h / ATC:3 - Pilots:30");
+}
+
 TEST_F(DownloadTest, HttpClientLimitsAndTrackPages) {
   server.Set("/big", R(200, std::string(200000, 'y')));
   HttpResult r = http->Get(server.Url("/big"), 3000, {}, 100000);
