@@ -7,6 +7,7 @@
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
+#include "online/LineScan.h"
 #include "core/Settings.h"
 #include "online/Metar.h"
 
@@ -39,7 +40,7 @@ template <class Fn>
 void StatusLines(std::string_view text, bool vatsim, Fn fn) {
   size_t pos = 0;
   while (pos < text.size()) {
-    size_t nl = text.find_first_of("\r\n", pos);
+    size_t nl = LineEnd(text, pos);
     std::string_view raw = text.substr(pos, nl == std::string_view::npos ? std::string_view::npos : nl - pos);
     if (nl != std::string_view::npos && text[nl] == '\r' && nl + 1 < text.size() && text[nl + 1] == '\n') ++nl;
     pos = nl == std::string_view::npos ? text.size() : nl + 1;

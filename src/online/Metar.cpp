@@ -1,11 +1,13 @@
 #include "online/Metar.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
+#include "online/LineScan.h"
 
 namespace orv {
 
@@ -22,7 +24,7 @@ template <class Fn>
 void ForEachLine(std::string_view text, Fn fn) {
   size_t pos = 0;
   while (pos < text.size()) {
-    size_t nl = text.find_first_of("\r\n", pos);
+    size_t nl = LineEnd(text, pos);
     std::string_view line = text.substr(pos, nl == std::string_view::npos ? std::string_view::npos : nl - pos);
     pos = nl == std::string_view::npos ? text.size() : nl + 1;
     if (!fn(TrimView(line))) break;
@@ -54,8 +56,10 @@ bool IsWindGroup(std::string_view g) {
 }
 
 void CloudGroup(std::string& text, std::string_view word, std::string_view g) {
+  char digits[16];
+  auto [end, ec] = std::to_chars(digits, digits + sizeof digits, CLng(Val(Sub(g, 3, 3)) * 100));
   text += word;
-  text += std::to_string(CLng(Val(Sub(g, 3, 3)) * 100));
+  text.append(digits, ec == std::errc() ? end : digits);
   text += "ft ";
 }
 

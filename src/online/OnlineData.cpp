@@ -5,6 +5,7 @@
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
+#include "online/LineScan.h"
 #include "database/AirportFile.h"
 #include "online/OnlineDetail.h"
 
@@ -139,7 +140,7 @@ bool ParseText(std::string_view text, Grammar g, const AirportFinder& airports, 
   bool inClients = false;
   size_t pos = 0;
   while (pos < text.size()) {
-    size_t nl = text.find_first_of("\r\n", pos);
+    size_t nl = LineEnd(text, pos);
     std::string_view raw = text.substr(pos, nl == std::string_view::npos ? std::string_view::npos : nl - pos);
     pos = nl == std::string_view::npos ? text.size() : nl + 1;
     std::string_view line = TrimView(raw);
@@ -314,7 +315,7 @@ std::vector<OnlineSector> ParseSectorFile(std::string_view text) {
   std::vector<OnlineSector> sectors;
   size_t pos = 0;
   while (pos < text.size()) {
-    size_t nl = text.find_first_of("\r\n", pos);
+    size_t nl = LineEnd(text, pos);
     std::string_view line = TrimView(text.substr(pos, nl == std::string_view::npos ? std::string_view::npos : nl - pos));
     pos = nl == std::string_view::npos ? text.size() : nl + 1;
     if (line.empty() || line[0] == ';') continue;

@@ -6,6 +6,7 @@
 
 #include "core/FileIo.h"
 #include "core/Runtime.h"
+#include "online/LineScan.h"
 #include "database/NavDatabase.h"
 #include "map/Viewport.h"
 #include "planning/FlightPlan.h"
@@ -21,7 +22,7 @@ std::vector<std::string_view> Lines(std::string_view text) {
   std::vector<std::string_view> lines;
   size_t pos = 0;
   while (pos < text.size()) {
-    size_t nl = text.find_first_of("\r\n", pos);
+    size_t nl = LineEnd(text, pos);
     std::string_view line = text.substr(pos, nl == std::string_view::npos ? std::string_view::npos : nl - pos);
     if (nl != std::string_view::npos && text[nl] == '\r' && nl + 1 < text.size() && text[nl + 1] == '\n') ++nl;
     pos = nl == std::string_view::npos ? text.size() : nl + 1;
