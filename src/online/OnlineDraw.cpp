@@ -185,9 +185,9 @@ void DrawTracks(DrawTarget& t, const ViewState& v, const TrackTable& tracks, Col
   t.SetDrawWidth(2);
   for (const TrackRec& tr : tracks.Tracks) {
     if (tr.Points.empty()) continue;
-    bool valid = tr.ValidFrom == tr.ValidTo ||
-                 (tr.ValidFrom < tr.ValidTo ? utcHhmm >= tr.ValidFrom && utcHhmm <= tr.ValidTo
-                                            : utcHhmm >= tr.ValidFrom || utcHhmm <= tr.ValidTo);
+    // The two values are the message's times in hhmm, times 100.
+    const int32_t from = tr.ValidFrom / 100, to = tr.ValidTo / 100;
+    bool valid = from == to || (from < to ? utcHhmm >= from && utcHhmm <= to : utcHhmm >= from || utcHhmm <= to);
     t.SetDrawStyle(valid ? kDrawStyleSolid : kDrawStyleDot);
     t.SetDrawWidth(valid ? 2 : 1);
     for (size_t i = 1; i < tr.Points.size(); ++i) {

@@ -57,8 +57,8 @@ void DrawWeatherSymbols(DrawTarget& t, const ViewState& v, const std::vector<Met
 
 // The tracks: the route through its waypoints, the name and levels at the
 // first point. Tracks whose validity has not begun or has ended (hhmm of
-// the current UTC time against ValidFrom/ValidTo, when both are set) are
-// drawn dotted.
+// the current UTC time against ValidFrom / 100 and ValidTo / 100) are drawn
+// dotted.
 void DrawTracks(DrawTarget& t, const ViewState& v, const TrackTable& tracks, Colour colour, int32_t label,
                 int32_t utcHhmm);
 
