@@ -43,6 +43,10 @@ constexpr Command kCommands[] = {
      "--appdir DIR print DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--parts gfi,wplist,ctrz] "
      "--pdf OUT.pdf",
      CmdPrint},
+    {"download", "--appdir DIR download weather|ivao|vatsim [--url URL] [--yes]", CmdDownload},
+    {"online", "--appdir DIR online [--ivao|--vatsim] [--file F]", CmdOnline},
+    {"metar", "--appdir DIR metar [--file F] [ICAO...]", CmdMetar},
+    {"tracks", "--appdir DIR tracks nat|pacific [--file F]", CmdTracks},
 };
 
 void Usage(std::ostream& err) {

@@ -56,6 +56,15 @@ int CmdSimlink(const Context& ctx, const Args& args, std::ostream& out, std::ost
 // The same over a given platform; args start with status or set.
 int RunSimlink(const Args& args, IpcPlatform& platform, std::ostream& out, std::ostream& err);
 
+// The network data: "download weather|ivao|vatsim [--url URL] [--yes]" runs
+// the download sequence; "online [--ivao|--vatsim] [--file F]" prints the
+// parsed pilots and stations; "metar [--file F] [ICAO...]" the weather
+// lines of the hover box; "tracks nat|pacific [--file F]" one line a track.
+int CmdDownload(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdOnline(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdMetar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+int CmdTracks(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
 // ends the program. CmdLoad runs it with the database's own readers.
@@ -65,8 +74,6 @@ int RunLoad(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 // progress texts; messages, and what ends the program, are shown on err.
 // False when the start-up ended the program.
 bool OpenProgram(const Context& ctx, ProgramState& s, std::ostream& err);
-// The same for commands that keep the core state and the database apart.
-bool LoadDatabase(const Context& ctx, AppState& state, NavDatabase& db, std::ostream& err);
 
 // A whole argument as a finite decimal number ("+" allowed); anything else is
 // refused rather than read as 0, so that a typing slip is not taken for 0.

@@ -20,14 +20,5 @@ bool OpenProgram(const Context& ctx, ProgramState& s, std::ostream& err) {
   return !LoadProgram(s, ui, clock).ProgramEnds();
 }
 
-bool LoadDatabase(const Context& ctx, AppState& state, NavDatabase& db, std::ostream& err) {
-  state = AppState(AppFolder(ctx.appDir));
-  // A stream without a buffer swallows the progress texts.
-  std::ostream quiet(nullptr);
-  StreamUi ui(quiet, err);
-  SystemClock clock;
-  DatabaseLoader loader(db);
-  return !RunStartup(state, ui, clock, loader).ProgramEnds();
-}
 
 }  // namespace orv::cli

@@ -120,9 +120,13 @@ struct Settings {
 
 // The default server addresses (a deployment choice).
 inline constexpr std::string_view kDefaultTrackUrl = "https://www.notams.faa.gov/trackmain.html";
-inline constexpr std::string_view kDefaultWxUrl = "https://wx.ivao.aero/network/metar.asp";
-inline constexpr std::string_view kDefaultVatsimStatusUrl = "https://status.vatsim.net/data/status.txt";
-inline constexpr std::string_view kDefaultIvaoStatusUrl = "https://www.ivao.aero/whazzup/status.txt";
+// The current feeds: the aviation weather services' bulk METAR file, the
+// VATSIM status document naming its v3 data feed, and the IVAO whazzup v2
+// feed, which is its own status (the download lists its address as the one
+// data server).
+inline constexpr std::string_view kDefaultWxUrl = "https://aviationweather.gov/data/cache/metars.cache.csv.gz";
+inline constexpr std::string_view kDefaultVatsimStatusUrl = "https://status.vatsim.net/status.json";
+inline constexpr std::string_view kDefaultIvaoStatusUrl = "https://api.ivao.aero/v2/tracker/whazzup";
 // The two export folders, under the application folder.
 inline constexpr std::string_view kSquawkBoxFolder = "\\FSplan\\SquawkBox";
 inline constexpr std::string_view kIvaoFolder = "\\FSplan\\IVAO";

@@ -25,11 +25,11 @@ constexpr std::string_view kDefaultIni =
     "AITRAFFIC=0\r\nGPSVISIBLE=0\r\nCOMPMENU=1\r\nLATLONMENU=1\r\nGC=1\r\nREGION=0\r\nCOUNTRY=75\r\n"
     "STATE=-1\r\nCITY=85\r\nDECSEC=1\r\nARC=1\r\nDIRCON=0\r\nTRACEALT=15000\r\nTRACEALTTYPE=0\r\n"
     "FPPATH09=\r\nFPPATH10=\r\nNATRACKURL=https://www.notams.faa.gov/trackmain.html\r\n"
-    "PACOTURL=https://www.notams.faa.gov/trackmain.html\r\nWXURL=https://wx.ivao.aero/network/metar.asp\r\n"
+    "PACOTURL=https://www.notams.faa.gov/trackmain.html\r\nWXURL=https://aviationweather.gov/data/cache/metars.cache.csv.gz\r\n"
     "AUTODOWNLOAD=1\r\nDLINTERVAL=3\r\nSQUAWKBOXPATH=\r\nIVAOPATH=\r\nSTATICACCOLOR=7012202\r\n"
     "ONLUSRCALLSIGN=\r\nONLSHOWALTSPEED=1\r\nONLSHOWDEPDEST=1\r\nMZOOM=0\r\n"
-    "VATSIMURLSTATUS=https://status.vatsim.net/data/status.txt\r\n"
-    "IVAOURLSTATUS=https://www.ivao.aero/whazzup/status.txt\r\n";
+    "VATSIMURLSTATUS=https://status.vatsim.net/status.json\r\n"
+    "IVAOURLSTATUS=https://api.ivao.aero/v2/tracker/whazzup\r\n";
 
 Settings Read(std::string_view text) {
   Settings s;

@@ -1,1 +1,0 @@
-// Grows with the online module; keeps the library target non-empty until then.
