@@ -1,5 +1,7 @@
 #include "app/MainWindowController.h"
 
+#include "app/DownloadLink.h"
+
 #include <algorithm>
 #include <array>
 
@@ -90,12 +92,13 @@ constexpr int64_t kMaxStepMs = 2000;
 MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers,
                                            const Clock& clock)
     : s_(s), view_(view), ui_(ui), timers_(timers), clock_(clock), geo_(s.Db.MagVar),
-      linkHost_(std::make_unique<LinkHost>(s, view)) {}
+      linkHost_(std::make_unique<LinkHost>(s, view)), downloadLink_(std::make_unique<DownloadLink>(*this)) {}
 
 MainWindowController::~MainWindowController() {
-  // The link refers to the window's host: it goes first.
+  // The link and the download manager refer to the window: they go first.
   s_.Sim.Autopilot.reset();
   s_.Sim.Live.reset();
+  s_.Online.Downloads.reset();
 }
 
 void MainWindowController::Load(float lat, float lon) {
@@ -128,7 +131,7 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
     if (w.Menu == name) return true;
   for (const PlanEntry& p : kPlanEntries)
     if (p.Menu == name) return true;
-  return false;
+  return IsOnlineMenu(name);
 }
 
 bool MainWindowController::Menu(std::string_view name) {
@@ -156,6 +159,7 @@ bool MainWindowController::Menu(std::string_view name) {
     view_.CloseProgram();
     return true;
   }
+  if (OnlineMenu(name)) return true;
   if (name == "MenuLocal") {
     ConnectClick();
     return true;
@@ -300,14 +304,12 @@ void MainWindowController::OnTimer(TimerId id) {
 }
 
 void MainWindowController::ClockTick() {
-  // The multi-file download counts its files in the caption; the ordinary
-  // caption returns after the last one.
-  std::string caption(kAppTitle);
-  if (s_.Online.Downloading && s_.Online.FilesTotal > 0)
-    caption += " - DLC: " + std::to_string(s_.Online.FilesDone) + " / " + std::to_string(s_.Online.FilesTotal);
-  if (caption != caption_) {
-    caption_ = caption;
-    ui_.SetCaption("OVRMap", caption_);
+  // The timed download of the network data, while one of the network layers
+  // is shown and the aircraft is tracked.
+  if (s_.Online.Downloads) {
+    const bool gate = (s_.Online.ShowControllers || s_.Online.ShowPilots) && s_.Sim.Live &&
+                      s_.Sim.Live->State().TrackingActive;
+    s_.Online.Downloads->ClockTick(s_.Core.Config.AutoDownload, gate);
   }
 }
 

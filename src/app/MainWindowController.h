@@ -46,6 +46,18 @@ public:
   virtual double PlanPanelWidth() const { return 0; }
   virtual double MapWidth() const { return 10000; }
   virtual double MapHeight() const { return 7000; }
+
+  // What the download manager shows and does (see DownloadHost).
+  virtual void ShowDownload(bool visible) {}
+  virtual void SetDownloadLabel(std::string_view text) {}
+  virtual void SetBar(int percent) {}
+  virtual void OpenUrl(const std::string& url) {}
+  // Where a finished transfer is handed back to the interface thread; none:
+  // downloads are refused.
+  virtual UiThread* InterfaceThread() { return nullptr; }
+  // A menu entry's check mark set by the core (the online switches).
+  virtual void SetMenuChecked(std::string_view name, bool on) {}
+  virtual void SetMenuCaption(std::string_view name, std::string_view caption) {}
 };
 
 class MainWindowController {
@@ -90,16 +102,22 @@ public:
   // simulated aircraft takes off from the departure runway and flies it.
   void ConnectClick();
 
+  // The online menus: downloads, the networks, weather and tracks. False
+  // for an entry that is not one of them.
+  bool OnlineMenu(std::string_view name);
+  static bool IsOnlineMenu(std::string_view name);
+
   // frmGPSMM's buttons.
   GpsWindowLogic& Gps() { return gps_; }
 
   // A tick of one of the window's timers.
   void OnTimer(TimerId id);
-  // The window's caption, as the Clock tick leaves it.
-  const std::string& Caption() const { return caption_; }
 
 private:
   class LinkHost;
+  class DownloadLink;
+  DownloadManager* Downloads();
+  bool ShowNetwork(OnlineNetwork net, bool controllers, bool on);
   void ClockTick();
   bool OpenLink();
   void StepBuiltin();
@@ -111,8 +129,8 @@ private:
   const Clock& clock_;
   MapGeodesy geo_;
   std::unique_ptr<LinkHost> linkHost_;
+  std::unique_ptr<DownloadLink> downloadLink_;
   GpsWindowLogic gps_{s_, view_};
-  std::string caption_ = std::string(kAppTitle);
 };
 
 }  // namespace orv

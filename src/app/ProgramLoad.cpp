@@ -40,6 +40,9 @@ StartupResult LoadProgram(ProgramState& s, Ui& ui, const Clock& clock) {
   if (result.ProgramEnds()) return result;
   if (!loader.AircraftError().empty()) ui.MsgBox(loader.AircraftError());
   s.Panel.Table.SetFuelUnitOf(s.Core);
+  // The network sector outlines of database\orv_Ivao.dat and orv_Vatsim.dat.
+  s.Online.IvaoSectors = LoadSectorFile(s.Core.Folder, OnlineNetwork::Ivao);
+  s.Online.VatsimSectors = LoadSectorFile(s.Core.Folder, OnlineNetwork::Vatsim);
   return result;
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/OnlineSession.h"
 #include "app/SimSession.h"
 #include "core/AppState.h"
 #include "database/NavDatabase.h"
@@ -18,14 +19,6 @@
 #include "planning/WPTable.h"
 
 namespace orv {
-
-// The online part: what the download manager, the network readers, the
-// weather and the oceanic tracks hold. Filled by the online modules.
-struct OnlineSlot {
-  bool Downloading = false;
-  int FilesDone = 0;   // the multi-file download's counter for the caption
-  int FilesTotal = 0;
-};
 
 struct ProgramState {
   explicit ProgramState(std::string appDir) : Core(AppFolder(std::move(appDir))) {}
@@ -47,7 +40,7 @@ struct ProgramState {
   MapOverlays Overlays;     // inputs of the live layers
 
   SimSession Sim;
-  OnlineSlot Online;
+  OnlineSession Online;
 
   // The view of the toggles that one click may change.
   MainWindowState Toggles() { return MainWindowState{Layers, View, Window, &Panel.Table}; }

@@ -1,6 +1,10 @@
 #include "ui/MapWindow.h"
 
 #include <QAbstractTableModel>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QProgressBar>
+#include <QUrl>
 #include <QAction>
 #include <QDockWidget>
 #include <QEvent>
@@ -113,8 +117,43 @@ void MapWindow::BuildToggleBar() {
   connect(reducedButton_, &QAction::triggered, this, [this](bool on) { controller_.SetReduced(on); });
 }
 
+void MapWindow::QtUiThread::Post(std::function<void()> task) {
+  QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(task), Qt::QueuedConnection);
+}
+
+void MapWindow::ShowDownload(bool visible) {
+  downloadLabel_->setVisible(visible);
+  showBar_->setVisible(visible);
+}
+
+void MapWindow::SetDownloadLabel(std::string_view text) { downloadLabel_->setText(ToQt(text)); }
+
+void MapWindow::SetBar(int percent) { showBar_->setValue(percent); }
+
+void MapWindow::OpenUrl(const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); }
+
+void MapWindow::SetMenuChecked(std::string_view name, bool on) {
+  if (QAction* a = w_.Action(std::string(name))) {
+    a->setCheckable(true);
+    a->setChecked(on);
+  }
+}
+
+void MapWindow::SetMenuCaption(std::string_view name, std::string_view caption) {
+  if (QAction* a = w_.Action(std::string(name))) a->setText(ToQt(caption));
+}
+
 void MapWindow::BuildStatusLine() {
   QStatusBar* bar = w_.statusBar();
+  downloadLabel_ = new QLabel("Downloading file from Server: ", bar);
+  downloadLabel_->setObjectName("lblDownLoad");
+  showBar_ = new QProgressBar(bar);
+  showBar_->setObjectName("ShowBar");
+  showBar_->setRange(0, 100);
+  showBar_->setMaximumWidth(160);
+  bar->addPermanentWidget(downloadLabel_);
+  bar->addPermanentWidget(showBar_);
+  ShowDownload(false);
   for (int i = 0; i < 7; ++i) {
     auto* label = new QLabel(bar);
     label->setObjectName(QString("MapStatus%1").arg(i));

@@ -70,6 +70,13 @@ public:
   double PlanPanelWidth() const override;
   double MapWidth() const override;
   double MapHeight() const override;
+  void ShowDownload(bool visible) override;
+  void SetDownloadLabel(std::string_view text) override;
+  void SetBar(int percent) override;
+  void OpenUrl(const std::string& url) override;
+  UiThread* InterfaceThread() override { return &uiThread_; }
+  void SetMenuChecked(std::string_view name, bool on) override;
+  void SetMenuCaption(std::string_view name, std::string_view caption) override;
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -80,8 +87,17 @@ private:
   void BuildPlanPanel();
   void OnWindowResized(bool stateChange);
 
+  // Finished transfers come back through the event loop.
+  class QtUiThread : public UiThread {
+  public:
+    void Post(std::function<void()> task) override;
+  };
+
   MainWindow& w_;
   ProgramState& s_;
+  QtUiThread uiThread_;
+  QLabel* downloadLabel_ = nullptr;  // lblDownLoad
+  class QProgressBar* showBar_ = nullptr;  // ShowBar
   MainWindowController controller_;
   QtFontSet fonts_;
   MapWidget* map_ = nullptr;

@@ -5,11 +5,13 @@
 
 #include <filesystem>
 
+#include "core/FileIo.h"
 #include "core/Geodesy.h"
 
 #include "app/MainWindowController.h"
 #include "map/MainMenu.h"
 #include "support/FakeClock.h"
+#include "support/OnlineSamples.h"
 #include "support/ScriptedUi.h"
 #include "support/SmallWorld.h"
 #include "support/TempDir.h"
@@ -107,24 +109,6 @@ TEST(MainWindowController, PlanEntriesBuildAndShowThePlan) {
   for (const std::string& m : f.ui.Messages()) ADD_FAILURE() << m;
 }
 
-TEST(MainWindowController, ClockTickCountsTheDownloadInTheCaption) {
-  Fixture f;
-  f.s.Online.Downloading = true;
-  f.s.Online.FilesDone = 3;
-  f.s.Online.FilesTotal = 12;
-  int ticks = 0;
-  f.timers.Advance(2500, [&](TimerId id) {
-    ++ticks;
-    f.c.OnTimer(id);
-  });
-  EXPECT_EQ(ticks, 2);  // the Clock timer alone, each second
-  EXPECT_EQ(f.c.Caption(), "Orvanta - DLC: 3 / 12");
-  f.s.Online.Downloading = false;
-  f.timers.Advance(1000, [&](TimerId id) { f.c.OnTimer(id); });
-  EXPECT_EQ(f.c.Caption(), "Orvanta");
-  EXPECT_EQ(f.ui.Texts("caption"), (std::vector<std::string>{"Orvanta - DLC: 3 / 12", "Orvanta"}));
-}
-
 TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
   Fixture f;
   SetPlanEnds(f.s, 0, 1);
@@ -147,6 +131,23 @@ TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
   f.c.Menu("MenuLocal");
   EXPECT_FALSE(f.s.Sim.Connected());
   EXPECT_FALSE(f.timers.Enabled(TimerId::Gps));
+}
+
+TEST(MainWindowController, OnlineEntriesShowOneNetworkAtATime) {
+  Fixture f;
+  const std::filesystem::path db = f.dir.Path() / "database";
+  std::filesystem::create_directories(db);
+  ASSERT_TRUE(WriteFileAtomic(db / "orv_vatsim.txt", test::VatsimWhazzupText(test::ManyPilots(3), {})));
+  f.c.Menu("menuVatsimAircraft");
+  EXPECT_EQ(f.s.Online.Data.Network, OnlineNetwork::Vatsim);
+  EXPECT_EQ(f.s.Online.Data.OnlinePilotCount(), 3);
+  EXPECT_TRUE(f.s.Online.ShowPilots);
+  f.c.Menu("menuIvaoAircraft");  // no IVAO file: the entry stays off, VATSIM stays
+  EXPECT_EQ(f.s.Online.Data.Network, OnlineNetwork::Vatsim);
+  EXPECT_FALSE(f.s.Online.ShowPilots);
+  EXPECT_FALSE(f.ui.Messages().empty());
+  f.c.Menu("menuDownloadVatSim");  // no interface thread in this view: refused
+  EXPECT_EQ(f.ui.Texts("beep").size(), 1u);
 }
 
 TEST(ManualTimers, FireInDeadlineOrderFromWhenEnabled) {
