@@ -353,11 +353,13 @@ void BuiltinSim::Substep(double dt) {
           const double dist = Distance(lat_, lon_, p.Lat, p.Lon);
           const double course = Course(lat_, lon_, p.Lat, p.Lon);
           if (target_ < lastPoint) {
-            // Turn anticipation for the next leg at standard rate.
+            // Turn anticipation for the next leg at standard rate (30 turns
+            // an hour); a turn of more than a right angle is flown over the
+            // point, so that the aircraft really reaches it.
             const LatLon& q = points_[static_cast<size_t>(target_) + 1];
             const double change = std::fabs(TurnTo(Course(p.Lat, p.Lon, q.Lat, q.Lon), course));
-            const double radius = gs_ / (kStandardRate * 360.0 / 3600.0) / (2 * 3.14159265358979) ;
-            const double lead = std::max(0.3, radius * std::tan(std::min(change, 150.0) / 2 * kRad));
+            const double radius = gs_ / (kStandardRate * 3600.0 / 360.0) / (2 * 3.14159265358979);
+            const double lead = change <= 90 ? std::max(0.3, radius * std::tan(change / 2 * kRad)) : 0.3;
             if (dist <= lead || (HeadingHold() && !final && dist <= 2.0)) ++target_;
           }
           if (HeadingHold() && !final) Steer(dt, headingBug_ + MagVar(), true);
