@@ -348,6 +348,17 @@ void BuiltinSim::Substep(double dt) {
             target_ = finalFix_ + 1;
         }
         const int lastPoint = static_cast<int>(points_.size()) - 1;
+        if (HeadingHold() && !final) {
+          // The program steers; the simulator only keeps track of where on
+          // the route it is, for its descent. A point counts as behind once
+          // the aircraft is nearer the following point than the point is.
+          while (target_ < lastPoint - 1) {
+            const LatLon& p = points_[static_cast<size_t>(target_)];
+            const LatLon& q = points_[static_cast<size_t>(target_) + 1];
+            if (Distance(lat_, lon_, q.Lat, q.Lon) > Distance(p.Lat, p.Lon, q.Lat, q.Lon)) break;
+            ++target_;
+          }
+        }
         if (target_ <= lastPoint && target_ >= 0) {
           const LatLon& p = points_[static_cast<size_t>(target_)];
           const double dist = Distance(lat_, lon_, p.Lat, p.Lon);
