@@ -181,6 +181,7 @@ bool MainWindowController::Menu(std::string_view name) {
 bool MainWindowController::OpenLink() {
   SimSession& sim = s_.Sim;
   if (sim.Live) return true;
+  if (!s_.Core.Config.SimSource.empty()) sim.Source = s_.Core.Config.SimSource;
   if (sim.Source == kBuiltinSource) {
     sim.Image = std::make_unique<OffsetImage>();
     sim.Builtin = std::make_unique<BuiltinSim>(*sim.Image, &s_.Db.MagVar);

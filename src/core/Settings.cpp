@@ -123,6 +123,7 @@ const std::array<KeyDef, 84> kKeys = {{
     {"ONLSHOWALTSPEED", KeyType::Flag, &Settings::OnlShowAltSpeed, 1, {}},
     {"ONLSHOWDEPDEST", KeyType::Flag, &Settings::OnlShowDepDest, 1, {}},
     {"MZOOM", KeyType::Byte, &Settings::MZoom, 0, {}},
+    {"SIMSOURCE", KeyType::Text, &Settings::SimSource, 0, "builtin"},
     {"VATSIMURLSTATUS", KeyType::Text, &Settings::VatsimUrlStatus, 0, kDefaultVatsimStatusUrl},
     {"IVAOURLSTATUS", KeyType::Text, &Settings::IvaoUrlStatus, 0, kDefaultIvaoStatusUrl},
     {"FSX", KeyType::FsxFlag, &Settings::Fsx, 0, {}},
