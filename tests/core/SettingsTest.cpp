@@ -27,7 +27,7 @@ constexpr std::string_view kDefaultIni =
     "FPPATH09=\r\nFPPATH10=\r\nNATRACKURL=https://www.notams.faa.gov/trackmain.html\r\n"
     "PACOTURL=https://www.notams.faa.gov/trackmain.html\r\nWXURL=https://aviationweather.gov/data/cache/metars.cache.csv.gz\r\n"
     "AUTODOWNLOAD=1\r\nDLINTERVAL=3\r\nSQUAWKBOXPATH=\r\nIVAOPATH=\r\nSTATICACCOLOR=7012202\r\n"
-    "ONLUSRCALLSIGN=\r\nONLSHOWALTSPEED=1\r\nONLSHOWDEPDEST=1\r\nMZOOM=0\r\n"
+    "ONLUSRCALLSIGN=\r\nONLSHOWALTSPEED=1\r\nONLSHOWDEPDEST=1\r\nMZOOM=0\r\nSIMSOURCE=builtin\r\n"
     "VATSIMURLSTATUS=https://status.vatsim.net/status.json\r\n"
     "IVAOURLSTATUS=https://api.ivao.aero/v2/tracker/whazzup\r\n";
 
@@ -58,6 +58,7 @@ TEST(Settings, EveryKeyRoundTripsThroughTheFile) {
   s.FpPath10 = "D:\\FSX plans"; s.Arc = 0; s.DirCon = 1; s.TraceAlt = 20000; s.TraceAltType = 1;
   s.NaTrackUrl = "https://a.example/trackmain.html"; s.PacotUrl = "https://b.example/p"; s.WxUrl = "https://c";
   s.AutoDownload = false; s.DlInterval = 10; s.SquawkBoxPath = "/sb"; s.IvaoPath = "/iv";
+  s.SimSource = "bridge:127.0.0.1:9000";
   s.StaticAcColor = 42; s.OnlUsrCallsign = "DLH123"; s.OnlShowAltSpeed = false; s.OnlShowDepDest = false;
   s.MZoom = 1; s.VatsimUrlStatus = "v"; s.IvaoUrlStatus = "i"; s.Fsx = true;
   std::string text = WriteIni(s);
