@@ -15,6 +15,8 @@
 
 namespace orv {
 
+class MapLayerRegistry;
+
 // ------------------------------------------------------------ highlight
 
 // Kinds of HiliteKind.
@@ -64,8 +66,8 @@ struct MapOverlays {
   // The point set with the right mouse button; -500 when none.
   float MapPointLat = -500;
   float MapPointLon = 0;
-  // Online traffic, weather, oceanic tracks and recorded holdings: drawn by
-  // their modules' layers once they exist; nothing here yet.
+  // Online traffic, weather, oceanic tracks and recorded holdings are drawn
+  // by their modules' layers at their places (MapLayer.h).
 };
 
 // ------------------------------------------------------------ the pass
@@ -78,6 +80,7 @@ struct MapScene {
   const FlightPlan& Plan;
   MapHighlight Highlight{};
   const MapOverlays* Overlays = nullptr;  // nullptr: all live layers empty
+  const MapLayerRegistry* Registry = nullptr;  // the other modules' layers; nullptr: none
 };
 
 // WorldShapeRec kinds the pass tells apart.

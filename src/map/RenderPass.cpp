@@ -1,6 +1,7 @@
 #include "map/RenderPassDetail.h"
 
 #include <cmath>
+#include <string>
 
 #include "core/Runtime.h"
 
@@ -18,6 +19,18 @@ void MapRenderer::DrawMap(const MapScene& scene, DrawTarget& map, DrawTarget* ba
     backBuffer->Resize(map.PixelWidth(), map.PixelHeight());
     backBuffer->CopyPicture(map);
   }
+  pass.DrawPlace(MapLayerPlace::Traffic);
+  pass.DrawPlace(MapLayerPlace::Aircraft);
+}
+
+void MapRenderer::DrawLiveLayers(const MapScene& scene, DrawTarget& map) {
+  Pass pass(*this, scene, map);
+  pass.over = scene.Overlays ? scene.Overlays : &pass.noOverlays;
+  pass.label = CurrentLabel(scene.View);
+  pass.width = scene.View.ScaleWidth;
+  pass.height = scene.View.ScaleHeight;
+  pass.DrawPlace(MapLayerPlace::Traffic);
+  pass.DrawPlace(MapLayerPlace::Aircraft);
 }
 
 // The layers in their fixed order: each later one lies over the earlier.
@@ -29,6 +42,7 @@ void MapRenderer::Pass::Run() {
   DrawShapes();
   if (layers.MenuLatLong) DrawLatLong();
   DrawAirspaces();
+  DrawPlace(MapLayerPlace::OnlineFirs);
   for (const ActiveZone& zone : over->ActiveZones) DrawActiveZone(zone);
   StatusFields();
   if (layers.MenuCompass) DrawCompass();
@@ -36,8 +50,10 @@ void MapRenderer::Pass::Run() {
   DrawGround();
   if (layers.btnAP) AirportLoop();
   if (PlanPresent()) DrawRoute();
-  // The oceanic tracks and the weather symbols belong to the online layers.
+  DrawPlace(MapLayerPlace::Tracks);
+  DrawPlace(MapLayerPlace::Weather);
   if (PlanPresent() && over->Sim.Connected) DrawActiveLeg();
+  DrawPlace(MapLayerPlace::ActiveLeg);
   if (layers.btnJet) AirwayLoop(db.Navaids.JetAirways, caches.jetPaths, c.Jet, kHiliteJet);
   if (layers.btnVictor) AirwayLoop(db.Navaids.VictorAirways, caches.victorPaths, c.Victor, kHiliteVictor);
   if (PlanPresent()) PlanWaypoints();
@@ -47,9 +63,36 @@ void MapRenderer::Pass::Run() {
   if (layers.btnInter || layers.btnVictor || layers.btnJet) IntersectionLoop();
   if (layers.btnFix) FixLoop();
   if (layers.btnUser) UserWaypointLoop();
-  // Online controllers and aircraft: drawn by the online layers.
+  DrawPlace(MapLayerPlace::Online);
   if (over->MapPointLat != -500) DrawMapPoint();
+  DrawPlace(MapLayerPlace::Holdings);
   if (layers.MenuTraceActive || over->ReplayMode) DrawTrace();
+  DrawPlace(MapLayerPlace::ZoneMonitor);
+}
+
+// The layers registered at place. A layer may set any pen or font; the pass's
+// own are put back after it, so that the layers after it draw as before.
+void MapRenderer::Pass::DrawPlace(MapLayerPlace place) {
+  const MapLayerRegistry* registry = scene.Registry;
+  if (!registry || registry->Empty(place)) return;
+  const std::string fontName = map.FontName();
+  const float fontSize = map.FontSize();
+  const bool bold = map.FontBold();
+  const Colour fore = map.ForeColor(), fill = map.FillColor();
+  const int16_t fillStyle = map.FillStyle(), drawStyle = map.DrawStyle();
+  const int16_t drawWidth = map.DrawWidth(), drawMode = map.DrawMode();
+  const LayerContext context{v,     proj, self.declutter_, c, layers, db, plan, *over, label, kMapLabelFontName,
+                             LabelFontSize(c)};
+  registry->DrawAt(place, context, map);
+  map.SetFontName(fontName);
+  map.SetFontSize(fontSize);
+  map.SetFontBold(bold);
+  map.SetForeColor(fore);
+  map.SetFillColor(fill);
+  map.SetFillStyle(fillStyle);
+  map.SetDrawStyle(drawStyle);
+  map.SetDrawWidth(drawWidth);
+  map.SetDrawMode(drawMode);
 }
 
 // The declutter grid, the clamp and the bounds of the view, then a clean
@@ -69,8 +112,8 @@ void MapRenderer::Pass::BeginSurface() {
   map.SetDrawWidth(1);
   map.SetFillStyle(kFillTransparent);
   map.SetFillColor(0);
-  map.SetFontName("Arial");
-  map.SetFontSize(c.FontSize ? 9.0f : 7.0f);
+  map.SetFontName(kMapLabelFontName);
+  map.SetFontSize(LabelFontSize(c));
   navaid.objTarget(map);
   navaid.RunwayColor = c.Rwy;
   navaid.TaxiColor = c.Taxi;

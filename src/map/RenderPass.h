@@ -28,6 +28,7 @@
 
 #include "map/Declutter.h"
 #include "map/DrawTarget.h"
+#include "map/MapLayer.h"
 #include "map/MapLayers.h"
 #include "map/MapScene.h"
 #include "map/RenderCaches.h"
@@ -40,6 +41,11 @@ public:
 
   // The whole pass onto map, then the copy into backBuffer when given.
   void DrawMap(const MapScene& scene, DrawTarget& map, DrawTarget* backBuffer = nullptr);
+
+  // Only the layers drawn over the finished chart (MapLayerPlace::Traffic
+  // and Aircraft), for the live tick after it has put the clean chart back
+  // from the back buffer. The view is that of the last DrawMap.
+  void DrawLiveLayers(const MapScene& scene, DrawTarget& map);
 
   // The status texts the pass leaves for MapStatus(2) and MapStatus(3).
   const std::string& MagVarStatus() const { return magVarStatus_; }

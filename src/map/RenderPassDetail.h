@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/Geodesy.h"
+#include "map/MapLayer.h"
 #include "map/Navaid.h"
 #include "map/RenderPass.h"
 
@@ -18,33 +19,6 @@ namespace orv {
 
 // kPi of the geodesy (3.14159265), as every drawn angle of the chart uses it.
 inline constexpr double kDegToRad = kPi / 180.0;
-
-// The plain cylinder of the view with the centre's cosine worked out once:
-// the same figures as MapXFromLon and MapYFromLat, without a cosine per point
-// unless Round World asks for one.
-struct Projector {
-  explicit Projector(const ViewState& v)
-      : halfW(v.ScaleWidth / 2),
-        halfH(v.ScaleHeight / 2),
-        scaling(static_cast<double>(v.Scaling)),
-        cntrLat(v.CntrLat),
-        cntrLon(v.CntrLon),
-        cosC(CosLat(v.CntrLat)),
-        round(v.RoundWorld) {}
-
-  double X(double lon, double lat) const { return XOfDelta(LonDelta(cntrLon, lon), lat); }
-  // X of a point delta degrees of longitude west of the centre.
-  double XOfDelta(float delta, double lat) const {
-    const double c = round ? CosLat(lat) : cosC;
-    return std::floor(halfW - delta * scaling * c);
-  }
-  double Y(double lat) const { return std::floor((cntrLat - lat) * scaling + halfH); }
-
-  double halfW, halfH, scaling, cntrLat;
-  float cntrLon;
-  double cosC;
-  bool round;
-};
 
 // The bounds test on a shape's box: the box must overlap the view. Across the
 // antimeridian the east-west test is reduced to the two halves of the view.
@@ -152,6 +126,7 @@ struct MapRenderer::Pass {
   // RenderPass.cpp: the order of the layers and the surface's start.
   void Run();
   void BeginSurface();
+  void DrawPlace(MapLayerPlace place);
   // Prints the lines of self.text_ (split at CR LF) from place, each line at
   // the same X.
   void PrintLines(LabelPlace place);
