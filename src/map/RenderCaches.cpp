@@ -5,16 +5,24 @@
 
 namespace orv {
 
-std::span<const ShapePoint> RenderCaches::Thinned(ThinnedShapes& set, const std::vector<ShapePoint>& all,
+void RenderCaches::Sync(const NavDatabase& db) {
+  if (db_ == &db && revision_ == db.Revision) return;
+  db_ = &db;
+  revision_ = db.Revision;
+  for (Positions* p : {&airportPositions, &intersectionPositions, &vorPositions, &ndbPositions}) p->Valid = false;
+  victorPaths.Valid = jetPaths.Valid = false;
+  worldPolygonsThin.Valid = worldLinesThin.Valid = airspacesThin.Valid = false;
+  airspaceClassesValid_ = airwayFlagsValid_ = false;
+}
+
+std::span<const ShapePoint> RenderCaches::Thinned(ThinnedShapes& set,
                                                   std::size_t shapes, std::size_t index,
                                                   std::span<const ShapePoint> raw, std::size_t maxPoints,
                                                   double cell) {
   raw = raw.first(std::min(raw.size(), maxPoints));
   if (!(cell > 0) || !std::isfinite(cell) || index >= shapes) return raw;
-  if (set.Source != all.data() || set.SourceCount != all.size() || set.ShapeCount != shapes || set.Cell != cell) {
-    set.Source = all.data();
-    set.SourceCount = all.size();
-    set.ShapeCount = shapes;
+  if (!set.Valid || set.First.size() != shapes || set.Cell != cell) {
+    set.Valid = true;
     set.Cell = cell;
     set.First.assign(shapes, UINT32_MAX);
     set.Count.assign(shapes, 0);
@@ -54,13 +62,9 @@ std::span<const ShapePoint> RenderCaches::Thinned(ThinnedShapes& set, const std:
 
 void RenderCaches::PrepareAirwayPaths(const std::vector<IntersectionRec>& ints, const std::vector<AirwayRec>& airways,
                                       AirwayPaths& paths) {
-  if (paths.Ints == ints.data() && paths.IntCount == ints.size() && paths.Segments == airways.data() &&
-      paths.SegmentCount == airways.size())
-    return;
-  paths.Ints = ints.data();
+  if (paths.Valid && paths.IntCount == ints.size() && paths.Ends.size() == airways.size()) return;
+  paths.Valid = true;
   paths.IntCount = ints.size();
-  paths.Segments = airways.data();
-  paths.SegmentCount = airways.size();
   paths.Ends.assign(airways.size(), AirwayEnds{std::nanf(""), 0, std::nanf(""), 0});
   paths.BendsOf.assign(airways.size(), AirwayBends{kBendsUnknown, 0});
   paths.Bends.clear();
@@ -78,8 +82,8 @@ void RenderCaches::PrepareAirwayPaths(const std::vector<IntersectionRec>& ints, 
 }
 
 const std::vector<AirspaceClass>& RenderCaches::AirspaceClasses(const AirspaceTables& s) {
-  if (airspaceClassesFor_ != s.Airspaces.data() || airspaceClasses_.size() != s.Airspaces.size()) {
-    airspaceClassesFor_ = s.Airspaces.data();
+  if (!airspaceClassesValid_ || airspaceClasses_.size() != s.Airspaces.size()) {
+    airspaceClassesValid_ = true;
     airspaceClasses_.resize(s.Airspaces.size());
     for (std::size_t i = 0; i < s.Airspaces.size(); ++i)
       airspaceClasses_[i] = AirspaceClassOf(s.Airspaces[i].Class.View());
@@ -90,8 +94,8 @@ const std::vector<AirspaceClass>& RenderCaches::AirspaceClasses(const AirspaceTa
 void RenderCaches::AirwayFlags(const NavDatabase& db) {
   const auto& n = db.Navaids;
   const std::size_t sizes[3] = {n.Intersections.size(), n.VictorAirways.size(), n.JetAirways.size()};
-  if (airwayFlagsFor_ == &db && std::equal(sizes, sizes + 3, airwayFlagsSizes_)) return;
-  airwayFlagsFor_ = &db;
+  if (airwayFlagsValid_ && std::equal(sizes, sizes + 3, airwayFlagsSizes_)) return;
+  airwayFlagsValid_ = true;
   std::copy(sizes, sizes + 3, airwayFlagsSizes_);
   onVictor.assign(sizes[0], 0);
   onJet.assign(sizes[0], 0);

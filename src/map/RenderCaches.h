@@ -2,7 +2,10 @@
 // and keeps from one run to the next: the positions of the big tables side by
 // side, the airway ends and their great-circle bends, the shapes thinned to
 // the zoom's pixel, the airspace classes and the airway membership of the
-// intersections. Each cache notices on its own when its table changed.
+// intersections. They are worked out afresh when the pass is given another
+// database or the database's Revision moved on (Sync); a cache whose table
+// has another length than the cache is rebuilt as well, so that a table
+// changed without a new revision is never read past its end.
 #pragma once
 
 #include <cmath>
@@ -41,10 +44,8 @@ struct RenderCaches {
     uint32_t Count = 0;
   };
   struct AirwayPaths {
-    const void* Ints = nullptr;
-    const void* Segments = nullptr;
+    bool Valid = false;
     std::size_t IntCount = 0;
-    std::size_t SegmentCount = 0;
     std::vector<AirwayEnds> Ends;
     std::vector<AirwayBends> BendsOf;
     std::vector<DrawPoint> Bends;  // X longitude, Y latitude
@@ -55,9 +56,7 @@ struct RenderCaches {
   // few thousand at 2000 NM. Each shape is thinned when first drawn at a
   // zoom; a new zoom or a new database starts afresh.
   struct ThinnedShapes {
-    const void* Source = nullptr;
-    std::size_t SourceCount = 0;
-    std::size_t ShapeCount = 0;
+    bool Valid = false;
     double Cell = 0;  // degrees
     std::vector<uint32_t> First;
     std::vector<uint32_t> Count;
@@ -67,19 +66,21 @@ struct RenderCaches {
   // empty slot: the in-view test of forty thousand airports reads 320 KB
   // instead of a cache line per record.
   struct Positions {
-    const void* For = nullptr;
-    std::size_t Count = 0;
+    bool Valid = false;
     std::vector<LatLon> At;
   };
+
+  // Marks every cache stale when db is another database than the last one or
+  // its Revision moved on. The pass calls it first.
+  void Sync(const NavDatabase& db);
 
   // The positions of table's records, worked out when the table changed;
   // used(rec) false gives the record a NaN latitude, so that it is never in
   // view.
   template <typename Rec, typename Used>
   static const LatLon* PositionsOf(Positions& cache, const std::vector<Rec>& table, Used used) {
-    if (cache.For != table.data() || cache.Count != table.size()) {
-      cache.For = table.data();
-      cache.Count = table.size();
+    if (!cache.Valid || cache.At.size() != table.size()) {
+      cache.Valid = true;
       cache.At.resize(table.size());
       for (std::size_t i = 0; i < table.size(); ++i)
         cache.At[i] = used(table[i]) ? LatLon{table[i].Lat, table[i].Lon} : LatLon{std::nanf(""), 0};
@@ -89,7 +90,7 @@ struct RenderCaches {
 
   // The first maxPoints points of shape `index` of a set, thinned to a
   // pixel of `cell` degrees.
-  std::span<const ShapePoint> Thinned(ThinnedShapes& set, const std::vector<ShapePoint>& all, std::size_t shapes,
+  std::span<const ShapePoint> Thinned(ThinnedShapes& set, std::size_t shapes,
                                       std::size_t index, std::span<const ShapePoint> raw, std::size_t maxPoints,
                                       double cell);
   // The ends of every segment of airways, found in the intersection table.
@@ -117,9 +118,11 @@ private:
   std::vector<uint8_t> keep_;
   std::vector<std::pair<uint32_t, uint32_t>> stack_;
   std::vector<AirspaceClass> airspaceClasses_;
-  const void* airspaceClassesFor_ = nullptr;
-  const void* airwayFlagsFor_ = nullptr;
+  bool airspaceClassesValid_ = false;
+  bool airwayFlagsValid_ = false;
   std::size_t airwayFlagsSizes_[3] = {};
+  const NavDatabase* db_ = nullptr;
+  uint64_t revision_ = 0;
 };
 
 }  // namespace orv

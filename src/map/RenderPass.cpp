@@ -98,6 +98,7 @@ void MapRenderer::Pass::DrawPlace(MapLayerPlace place) {
 // The declutter grid, the clamp and the bounds of the view, then a clean
 // surface with the pass's starting properties.
 void MapRenderer::Pass::BeginSurface() {
+  caches.Sync(db);
   self.declutter_.DeclutterReset(map);
   BeginRenderPass(v, map);
   proj = Projector(v);

@@ -142,7 +142,7 @@ struct MapRenderer::Pass {
   void PolylineOf(std::span<const ShapePoint> pts, std::size_t maxPoints, bool closed);
   // The first maxPoints points of shape `index` of a set, thinned to the
   // present zoom's pixel.
-  std::span<const ShapePoint> Thinned(RenderCaches::ThinnedShapes& set, const std::vector<ShapePoint>& all,
+  std::span<const ShapePoint> Thinned(RenderCaches::ThinnedShapes& set,
                                       std::size_t shapes, std::size_t index, std::span<const ShapePoint> raw,
                                       std::size_t maxPoints);
 

@@ -41,13 +41,13 @@ void MapRenderer::Pass::PolylineOf(std::span<const ShapePoint> pts, std::size_t 
 }
 
 std::span<const ShapePoint> MapRenderer::Pass::Thinned(RenderCaches::ThinnedShapes& set,
-                                                       const std::vector<ShapePoint>& all, std::size_t shapes,
+                                                       std::size_t shapes,
                                                        std::size_t index, std::span<const ShapePoint> raw,
                                                        std::size_t maxPoints) {
   // A pixel in degrees of latitude; a degree of longitude is never longer on
   // the chart, so the same cell is at most a pixel wide there too.
   const double cell = map.ScaleWidth() / map.PixelWidth() / static_cast<double>(v.Scaling);
-  return caches.Thinned(set, all, shapes, index, raw, maxPoints, cell);
+  return caches.Thinned(set, shapes, index, raw, maxPoints, cell);
 }
 
 void MapRenderer::Pass::DrawCoastlines() {
@@ -66,7 +66,7 @@ void MapRenderer::Pass::DrawCoastlines() {
       const WorldShapeRec& shape = s.WorldPolygons[i];
       if ((shape.Kind == kWorldLakeKind) != (lakes == 1)) continue;
       if (!BoxOverlaps(v, shape.North, shape.South, shape.East, shape.West)) continue;
-      PolylineOf(Thinned(caches.worldPolygonsThin, s.WorldPolygonPoints, s.WorldPolygons.size(), i,
+      PolylineOf(Thinned(caches.worldPolygonsThin, s.WorldPolygons.size(), i,
                          s.PolygonPointsOf(shape), SIZE_MAX),
                  SIZE_MAX, true);
     }
@@ -82,7 +82,7 @@ void MapRenderer::Pass::DrawWorldLines() {
     const WorldShapeRec& shape = s.WorldLines[i];
     if (!BoxOverlaps(v, shape.North, shape.South, shape.East, shape.West)) continue;
     map.SetForeColor(shape.Kind == kWorldRiverKind ? c.River : c.Coast);
-    PolylineOf(Thinned(caches.worldLinesThin, s.WorldLinePoints, s.WorldLines.size(), i, s.LinePointsOf(shape),
+    PolylineOf(Thinned(caches.worldLinesThin, s.WorldLines.size(), i, s.LinePointsOf(shape),
                        SIZE_MAX),
                SIZE_MAX, false);
   }
@@ -162,7 +162,7 @@ void MapRenderer::Pass::DrawAirspaces() {
     // Control zones up to 300 NM, other areas below 1000 NM.
     if (cls == AirspaceClass::Ctrz ? label > 300 : label >= 1000) continue;
     map.SetForeColor(colour);
-    PolylineOf(Thinned(caches.airspacesThin, s.AirspacePoints, s.Airspaces.size(), i, s.PointsOf(a), 5000), SIZE_MAX,
+    PolylineOf(Thinned(caches.airspacesThin, s.Airspaces.size(), i, s.PointsOf(a), 5000), SIZE_MAX,
                false);
   }
 }

@@ -412,6 +412,24 @@ TEST_F(RenderPassTest, RegisteredLayersDrawAtTheirPlaces) {
   EXPECT_TRUE(map.Ops().empty());
 }
 
+// The positions the pass keeps are those of the database's revision: a VOR
+// moved away leaves the view once the change is counted, and a user waypoint
+// changed through the window counts.
+TEST_F(RenderPassTest, KeptPositionsFollowTheDatabaseRevision) {
+  layers.ShowIcao = true;
+  Draw(kL30);
+  ASSERT_TRUE(HasText("FFM"));
+  VorRec& ffm = db.Navaids.Vors[0];
+  ffm.Lat += 20;
+  db.Changed();
+  Draw(kL30);
+  EXPECT_FALSE(HasText("FFM"));
+  ffm.Lat -= 20;
+  db.Changed();
+  Draw(kL30);
+  EXPECT_TRUE(HasText("FFM"));
+}
+
 TEST(RenderLayerNames, MenuCaptionsControlsAndButtons) {
   MapLayers layers;
   EXPECT_EQ(FindLayerSwitch(layers, "VOR"), &layers.btnVor);
