@@ -8,14 +8,7 @@ namespace orv {
 
 namespace {
 
-// Case-insensitive comparison of two names.
-bool SameName(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i)
-    if (std::toupper(static_cast<unsigned char>(a[i])) != std::toupper(static_cast<unsigned char>(b[i])))
-      return false;
-  return true;
-}
+bool SameName(std::string_view a, std::string_view b) { return SameTextNoCase(a, b); }
 
 // A menu caption without its access-key mark.
 std::string PlainCaption(std::string_view caption) {

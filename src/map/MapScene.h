@@ -19,15 +19,14 @@ class MapLayerRegistry;
 
 // ------------------------------------------------------------ highlight
 
-// Kinds of HiliteKind.
-inline constexpr int kHiliteNone = 0;
-// kHiliteAirport (1) to kHiliteJet (8) are the search's kinds (FrmFind.h).
+// The kinds are HiliteKind (FrmFind.h): kHiliteNone, then the search's
+// kinds kHiliteAirport (1) to kHiliteJet (8).
 
 // The object the hover logic or a search selected. Index is the array index
 // of the kind (the airway segment for 7 and 8); an ILS is named by its
 // airport in Index and its place in the airport's Ils list in SubIndex.
 struct MapHighlight {
-  int Kind = kHiliteNone;
+  HiliteKind Kind = kHiliteNone;
   int32_t Index = -1;
   int32_t SubIndex = -1;
 };

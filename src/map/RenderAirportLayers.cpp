@@ -126,7 +126,7 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
         const IlsRec& ils = ap.Ils[static_cast<std::size_t>(ilsIndex)];
         float runwayCourse = end == 0 ? rwy.TrueHeading : rwy.TrueHeading + 180.0f;
         if (runwayCourse >= 360.0f) runwayCourse -= 360.0f;
-        const float course = ils.Values[1] > 0 && ils.Values[1] <= 360 ? ils.Values[1] : runwayCourse;
+        const float course = IlsCourseOr(ils, runwayCourse);
         // The threshold: half the runway back from its middle against the
         // end's heading.
         const double halfNm = std::trunc(rwy.LengthFeet / 3.2809) / 1852.0 / 2;
@@ -139,9 +139,9 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
         navaid.strCode.assign(ils.Ident.Trimmed());
         navaid.strRwyID.assign(ils.Runway.Trimmed());
         navaid.sngCourse = course;
-        navaid.sngFrequency = ils.Values[0];
-        navaid.sngILSGlideAngle = ils.Values[2];
-        navaid.blnILSType = ils.Values[2] > 0;
+        navaid.sngFrequency = IlsFrequency(ils);
+        navaid.sngILSGlideAngle = IlsGlideSlope(ils);
+        navaid.blnILSType = IlsGlideSlope(ils) > 0;
         navaid.sngLength = static_cast<float>(kIlsFeatherNm / 60.0 * v.Scaling);
         const bool lit = hi.Kind == kHiliteIls && hi.Index == apIndex && hi.SubIndex == ilsIndex;
         navaid.lngColor(lit ? c.Hilite : c.Ils);
@@ -159,7 +159,7 @@ void MapRenderer::Pass::DrawRunwayItems(const AirportRec& ap, int32_t apIndex) {
           if (!self.text_.empty()) self.text_ += "\r\n";
           self.text_ += Format(course, "000");
           self.text_ += ' ';
-          self.text_ += Format(ils.Values[0], "000.00");
+          self.text_ += Format(IlsFrequency(ils), "000.00");
         }
         PrintLabel(x + 60, y + 60, kLabelNavaid);
       }

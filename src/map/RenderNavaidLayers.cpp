@@ -13,7 +13,7 @@
 namespace orv {
 
 void MapRenderer::Pass::AirwayLoop(const std::vector<AirwayRec>& airways, RenderCaches::AirwayPaths& paths, Colour colour,
-                                   int hiliteKind) {
+                                   HiliteKind hiliteKind) {
   RenderCaches::PrepareAirwayPaths(db.Navaids.Intersections, airways, paths);
   map.SetDrawWidth(1);
   map.SetDrawStyle(kDrawStyleSolid);

@@ -11,10 +11,8 @@
 //
 // Field meanings the database manager and the pass agree on (the files keep
 // them as plain stored values):
-//   IlsRec::Values[0]  frequency in MHz
-//   IlsRec::Values[1]  true course of the localizer; 0 or out of range: the
-//                      runway end's heading
-//   IlsRec::Values[2]  glide slope angle; 0 for a localizer without glide slope
+//   IlsRec::Values     read through IlsFrequency, IlsCourseOr, IlsGlideSlope
+//                      (AirportFile.h)
 //   VorRec::Value      range in NM (the radius of the compass rose)
 //   MsaRec             FloatValue(0..3) the cell's North, West, South, East,
 //                      FloatValue(4) the minimum safe altitude in feet

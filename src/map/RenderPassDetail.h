@@ -17,9 +17,6 @@
 
 namespace orv {
 
-// kPi of the geodesy (3.14159265), as every drawn angle of the chart uses it.
-inline constexpr double kDegToRad = kPi / 180.0;
-
 // The bounds test on a shape's box: the box must overlap the view. Across the
 // antimeridian the east-west test is reduced to the two halves of the view.
 inline bool BoxOverlaps(const ViewState& v, float north, float south, float east, float west) {
@@ -114,8 +111,8 @@ struct MapRenderer::Pass {
   int32_t label = 0;
   double width = 0, height = 0;
 
-  bool Lit(int kind, int32_t index) const { return hi.Kind == kind && hi.Index == index; }
-  Colour Pick(Colour own, int kind, int32_t index) const { return Lit(kind, index) ? c.Hilite : own; }
+  bool Lit(HiliteKind kind, int32_t index) const { return hi.Kind == kind && hi.Index == index; }
+  Colour Pick(Colour own, HiliteKind kind, int32_t index) const { return Lit(kind, index) ? c.Hilite : own; }
   bool PlanPresent() const { return plan.LastRow > 0; }
 
   void Place(float x, float y) {
@@ -181,7 +178,7 @@ struct MapRenderer::Pass {
 
   // RenderNavaidLayers.cpp: airways and the navaid point loops.
   void AirwayLoop(const std::vector<AirwayRec>& airways, RenderCaches::AirwayPaths& paths, Colour colour,
-                  int hiliteKind);
+                  HiliteKind hiliteKind);
   void VorLoop();
   void NdbLoop();
   void IntersectionLoop();

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "core/Geodesy.h"
 #include "core/FileIo.h"
 #include "core/Runtime.h"
 #include "mapqt/ThinLine.h"
@@ -379,12 +380,12 @@ void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, 
   }
   // Angles in radians, counter-clockwise from three o'clock; a negative one
   // also draws the radius to it.
-  constexpr double kTwoPi = 6.283185307179586;
+  constexpr double kFullTurn = 2 * kPiExact;
   const double a0 = std::fabs(start), a1 = std::fabs(end);
   double span = a1 - a0;
-  if (span <= 0) span += kTwoPi;
-  const int start16 = static_cast<int>(std::lround(a0 * 180.0 / 3.141592653589793 * 16));
-  const int span16 = static_cast<int>(std::lround(span * 180.0 / 3.141592653589793 * 16));
+  if (span <= 0) span += kFullTurn;
+  const int start16 = static_cast<int>(std::lround(a0 * 180.0 / kPiExact * 16));
+  const int span16 = static_cast<int>(std::lround(span * 180.0 / kPiExact * 16));
   if (start < 0 && end < 0) {
     ApplyBrush(true);
     painter_.drawPie(box, start16, span16);

@@ -24,7 +24,7 @@ namespace {
 class RadiusBound {
 public:
   RadiusBound(float lat, float lon, double radius) : lat_(lat), lon_(lon), radius_(radius) {
-    constexpr double kRad = 3.14159265358979323846 / 180;
+    constexpr double kRad = kPiExact / 180;
     const double reach = (radius + kPrefilterMarginNm) / 60;  // degrees of arc
     const double highest = std::fabs(static_cast<double>(lat)) + reach;
     if (!(highest < 90) || !(reach < 180)) return;  // no longitude limit
