@@ -59,6 +59,29 @@ std::span<const AirwayLinkRec> NetLinks(const NavaidTables& navaids, int node, c
   return net == 'V' ? navaids.LowAirways(node) : navaids.HighAirways(node);
 }
 
+// A navaid of the Navaid Plan's sector with its distance and course from
+// the current point.
+struct SectorCandidate {
+  WaypointRec Rec;
+  double Dist;
+  double Course;
+};
+
+// The candidate the Navaid Plan flies to: the last one at least as far as
+// the first found, unless the one closest to the heading (by the plain
+// difference, without wrap-round) lies between 30 and 150 NM away.
+std::size_t ChooseSectorCandidate(const std::vector<SectorCandidate>& table, double heading) {
+  std::size_t chosen = 0;
+  const double first = table[0].Dist;
+  for (std::size_t i = 0; i < table.size(); ++i)
+    if (table[i].Dist >= first) chosen = i;
+  std::size_t aligned = 0;
+  for (std::size_t j = 0; j < table.size(); ++j)
+    if (std::fabs(table[j].Course - heading) <= std::fabs(table[aligned].Course - heading)) aligned = j;
+  if (table[aligned].Dist > 30 && table[aligned].Dist < 150) chosen = aligned;
+  return chosen;
+}
+
 }  // namespace
 
 std::string StripAirwayMarks(std::string_view name) {
@@ -324,13 +347,8 @@ bool RouteBuilder::CreateNavaidPlan(int row, const NavaidPlanOptions& options) {
   const int32_t step = options.GreatCircle ? 50 : 15;
   int lastInt = heading > 90 && heading < 270 ? last : 0;
 
-  struct Candidate {
-    WaypointRec Rec;
-    double Dist;
-    double Course;
-  };
   constexpr std::size_t kMaxCandidates = 100;
-  std::vector<Candidate> table;
+  std::vector<SectorCandidate> table;
   table.reserve(kMaxCandidates);
   // A navaid inside the sector: not at the current point, more than 5 NM and
   // less than r away, within SECWIDTH of the heading.
@@ -384,16 +402,7 @@ bool RouteBuilder::CreateNavaidPlan(int row, const NavaidPlanOptions& options) {
     if (table.empty()) {
       r += step;
     } else {
-      std::size_t chosen = 0;
-      const double first = table[0].Dist;
-      for (std::size_t i = 0; i < table.size(); ++i)
-        if (table[i].Dist >= first) chosen = i;
-      // Closeness to the heading by the plain difference, without wrap-round.
-      std::size_t aligned = 0;
-      for (std::size_t j = 0; j < table.size(); ++j)
-        if (std::fabs(table[j].Course - heading) <= std::fabs(table[aligned].Course - heading)) aligned = j;
-      if (table[aligned].Dist > 30 && table[aligned].Dist < 150) chosen = aligned;
-      const WaypointRec& pick = table[chosen].Rec;
+      const WaypointRec& pick = table[ChooseSectorCandidate(table, heading)].Rec;
       if (pick.Lat == destRow.Lat && pick.Lon == destRow.Lon) break;  // arrived
 
       WaypointRec rec = pick;
