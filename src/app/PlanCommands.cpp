@@ -7,11 +7,7 @@
 namespace orv {
 
 int32_t FindAirportIndex(const NavDatabase& db, std::string_view icao) {
-  const std::string key = UCase(Trim(icao));
-  const auto& list = db.Airports.Airports;
-  for (std::size_t i = 0; i < list.size(); ++i)
-    if (IsAirportSlotUsed(list[i]) && UCase(list[i].Icao.Trimmed()) == key) return static_cast<int32_t>(i);
-  return -1;
+  return FindAirportByIcao(db.Airports, icao);
 }
 
 void SetPlanEnds(ProgramState& s, int32_t dep, int32_t dest) {

@@ -192,7 +192,7 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
     // The view of a window of --size pixels, printed.
     RecordingTarget window(o.width, o.height);
     PrepareMapPicture(window, view, zoom);
-    MapScene scene{view, state.Config, layers, db, plan};
+    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};
     ok = WriteMapPdf(o.out, fonts, scene, renderer, &why) > 0;
   } else if (svg) {
     SvgPicture picture(fonts, o.width, o.height, QStringLiteral("Orvanta map"));

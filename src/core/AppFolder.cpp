@@ -4,6 +4,8 @@
 #include <cctype>
 #include <system_error>
 
+#include "core/Runtime.h"
+
 namespace orv {
 
 namespace fs = std::filesystem;
@@ -16,22 +18,13 @@ std::string AppFolder::AppPath() const {
   return text;
 }
 
-namespace {
-bool SameIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() &&
-         std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-           return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-         });
-}
-}  // namespace
-
 fs::path FindCaseInsensitive(const fs::path& folder, std::string_view name) {
   fs::path exact = folder / fs::path(std::string(name));
   std::error_code ec;
   if (fs::exists(exact, ec)) return exact;
   for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     std::string entry = it->path().filename().string();
-    if (SameIgnoringCase(entry, name)) return it->path();
+    if (SameTextNoCase(entry, name)) return it->path();
   }
   return exact;
 }

@@ -18,6 +18,13 @@ namespace orv {
 inline constexpr double kPi = 3.14159265;
 inline constexpr double kTwoPi = 6.2831853;
 inline constexpr double kThreePiOverTwo = 9.424777950000001;
+// Radians per degree with the stored pi: every drawn angle of the chart.
+inline constexpr double kDegToRad = kPi / 180.0;
+// Pi to the double's full precision, for the figures that were always worked
+// out with it (the route search's distance bounds, the arcs of the picture
+// target, the database manager's sources); they differ from the stored pi's
+// from the ninth digit on.
+inline constexpr double kPiExact = 3.14159265358979323846;
 // Degree factor of the fast offset routine, a single-precision value.
 inline constexpr float kDegFactor = 0.017453f;
 

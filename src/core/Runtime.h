@@ -52,6 +52,10 @@ std::string_view TrimView(std::string_view text);
 std::string LTrim(std::string_view text);
 std::string RTrim(std::string_view text);
 std::string UCase(std::string_view text);
+// True when a and b are the same text but for the case of their letters (A to
+// Z; other characters must match exactly). Names of files, fonts, layers and
+// codes compare this way.
+bool SameTextNoCase(std::string_view a, std::string_view b);
 std::string LCase(std::string_view text);
 // Proper case: first letter of each word upper, the rest lower.
 std::string ProperCase(std::string_view text);

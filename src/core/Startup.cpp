@@ -223,22 +223,28 @@ bool WriteStartLog(AppState& state, const Clock& clock, int lastIndex) {
   return WriteFileAtomic(fs::path(state.LogPath), std::string_view(text));
 }
 
-StartupResult RunStartup(AppState& state, Ui& ui, const Clock& clock, StartupLoader& loader) {
-  const AppFolder& app = state.Folder;
-  if (!FolderReadable(app.Root())) {
-    std::string message = "The application folder " + PathText(app.Root()) + " cannot be read!";
-    ui.MsgBox(message);
-    StartupResult result;
-    result.Messages.push_back(std::move(message));
-    return result;
-  }
+namespace {
 
-  // Steps 1 and 2: the splash, its version line and the hourglass.
+// The start refused before anything is shown: the folder cannot be read.
+std::optional<StartupResult> RefuseUnreadableFolder(const AppFolder& app, Ui& ui) {
+  if (FolderReadable(app.Root())) return std::nullopt;
+  std::string message = "The application folder " + PathText(app.Root()) + " cannot be read!";
+  ui.MsgBox(message);
+  StartupResult result;
+  result.Messages.push_back(std::move(message));
+  return result;
+}
+
+// Steps 1 and 2: the splash, its version line and the hourglass.
+void ShowSplash(AppState& state, Ui& ui) {
   state.Splash.Visible = true;
   state.Splash.LblVersion = std::string(kYearLine) + std::string(kVersionText);
   ui.SetWaitCursor(true);
+}
 
-  // Step 4: the settings decide the simulator and with it the database folder.
+// Step 4: the settings decide the simulator and with it the database folder.
+void ReadSettings(AppState& state) {
+  const AppFolder& app = state.Folder;
   ReadIniFile(app, state.Config);
   SimulatorChoice sim = ChooseSimulator(state.Config, app);
   state.IsFsx = sim.IsFsx;
@@ -248,95 +254,95 @@ StartupResult RunStartup(AppState& state, Ui& ui, const Clock& clock, StartupLoa
   if (std::optional<std::string> dbm = ReadWholeText(app.Resolve("\\orvdbmanager.ini")))
     state.FsPath = ReadDbManagerIni(*dbm, state.IsFsx);
   FillDefaultPaths(state.Config, app);
+}
 
-  // Step 5: the AIRAC label. A missing file shows nothing, as an empty one.
-  if (std::optional<std::string> airac = ReadWholeText(app.Resolve("\\database\\AIRAC.INI")); airac && !airac->empty()) {
-    state.Splash.AiracText = AiracLabelText(*airac);
-    state.Splash.AiracVisible = true;
-    state.Splash.AiracColor = kAiracGreen;
+// Step 5: the AIRAC label. A missing file shows nothing, as an empty one.
+void ShowAiracLabel(AppState& state) {
+  std::optional<std::string> airac = ReadWholeText(state.Folder.Resolve("\\database\\AIRAC.INI"));
+  if (!airac || airac->empty()) return;
+  state.Splash.AiracText = AiracLabelText(*airac);
+  state.Splash.AiracVisible = true;
+  state.Splash.AiracColor = kAiracGreen;
+}
+
+// Step 6: the aircraft list. Its reader's refusal is shown, but an aircraft
+// file is the user's own and no reason to stop.
+void LoadAircraftList(const AppState& state, Ui& ui, StartupLoader& loader) {
+  fs::path path = state.Folder.Resolve(kFiles.front().Name);
+  if (std::optional<Bytes> bytes = ReadWholeFile(path); bytes && !bytes->empty()) {
+    if (std::optional<std::string> refusal = loader.LoadFile(StartupFile::Aircraft, path, *bytes))
+      ui.MsgBox(*refusal);
   }
+}
 
-  // Step 6: the aircraft list. Its reader's refusal is shown, but an aircraft
-  // file is the user's own and no reason to stop.
-  {
-    fs::path path = app.Resolve(kFiles.front().Name);
-    if (std::optional<Bytes> bytes = ReadWholeFile(path); bytes && !bytes->empty()) {
-      if (std::optional<std::string> refusal = loader.LoadFile(StartupFile::Aircraft, path, *bytes))
-        ui.MsgBox(*refusal);
-    }
-  }
-
-  // Step 7: the IVAO data servers.
-  state.IvaoUrls = LoadIvaoUrls(app);
-
-  // Step 8: the database, after the counters and the old log are cleared.
+// Step 8's head: the counters and the old log are cleared.
+void ClearCountersAndLog(AppState& state) {
   state.SelectionSlots.fill(0xFFFFFFFFu);
   state.StartLog = {};
-  {
-    std::error_code ec;
-    fs::remove(app.Resolve("\\ORV_Info.LOG"), ec);
-    state.LogPath = app.Resolve("\\ORV_Info.LOG").string();
+  std::error_code ec;
+  fs::remove(state.Folder.Resolve("\\ORV_Info.LOG"), ec);
+  state.LogPath = state.Folder.Resolve("\\ORV_Info.LOG").string();
+}
+
+// One database file of step 8, with its progress text, its empty-file rule
+// and its reader. A result when the start ends here.
+std::optional<StartupResult> LoadDatabaseFile(const StartupFileInfo& info, AppState& state, Ui& ui,
+                                              const Clock& clock, StartupLoader& loader) {
+  if (!info.Progress.empty())
+    ShowProgress(state, ui, std::string(info.Progress) + (info.WithSuffix ? state.SimSuffix : std::string()));
+
+  std::string constant = info.InSimFolder ? state.DatabaseFolder + std::string(info.Name) : std::string(info.Name);
+  if (info.File == StartupFile::MagVar && state.IsFsx) constant = "\\magvar10.swf";
+  fs::path path = state.Folder.Resolve(constant);
+
+  std::error_code ec;
+  Bytes bytes;
+  if (fs::exists(path, ec)) {
+    std::optional<Bytes> read = ReadWholeFile(path);
+    if (!read) return EndProgram(state, ui, clock, {"File cannot be read: " + PathText(path)});
+    bytes = std::move(*read);
+  } else if (info.Empty != EmptyRule::Delete && info.Empty != EmptyRule::UserWpRewrite) {
+    return EndProgram(state, ui, clock, {"File not found: " + PathText(path)});
   }
+  state.StartLog[info.LogSlot] = std::to_string(bytes.size()) + " > " + PathText(path);
 
-  for (const StartupFileInfo& info : kFiles) {
-    if (info.Step < 1 || info.Step > 23) continue;
-    if (!info.Progress.empty())
-      ShowProgress(state, ui, std::string(info.Progress) + (info.WithSuffix ? state.SimSuffix : std::string()));
-
-    std::string constant = info.InSimFolder ? state.DatabaseFolder + std::string(info.Name) : std::string(info.Name);
-    if (info.File == StartupFile::MagVar && state.IsFsx) constant = "\\magvar10.swf";
-    fs::path path = app.Resolve(constant);
-
-    std::error_code ec;
-    Bytes bytes;
-    if (fs::exists(path, ec)) {
-      std::optional<Bytes> read = ReadWholeFile(path);
-      if (!read) return EndProgram(state, ui, clock, {"File cannot be read: " + PathText(path)});
-      bytes = std::move(*read);
-    } else if (info.Empty != EmptyRule::Delete && info.Empty != EmptyRule::UserWpRewrite) {
-      return EndProgram(state, ui, clock, {"File not found: " + PathText(path)});
+  if (bytes.empty()) {
+    switch (info.Empty) {
+      case EmptyRule::Fatal: return EndFatal(state, ui, clock, std::nullopt);
+      case EmptyRule::Skip:
+      case EmptyRule::Optional: return std::nullopt;
+      case EmptyRule::Delete: fs::remove(path, ec); return std::nullopt;
+      case EmptyRule::Pass:
+      case EmptyRule::UserWpRewrite: break;
     }
-    state.StartLog[info.LogSlot] = std::to_string(bytes.size()) + " > " + PathText(path);
+  }
+  if (info.Empty == EmptyRule::UserWpRewrite && !StartsWithHeader(bytes)) {
+    // No valid header: the file becomes an empty valid one, without a word.
+    bytes.assign(kUserWpHeader.begin(), kUserWpHeader.end());
+    WriteFileAtomic(path, bytes);
+  }
+  if (std::optional<std::string> refusal = loader.LoadFile(info.File, path, bytes))
+    return EndFatal(state, ui, clock, std::move(refusal));
+  return std::nullopt;
+}
 
-    if (bytes.empty()) {
-      switch (info.Empty) {
-        case EmptyRule::Fatal: return EndFatal(state, ui, clock, std::nullopt);
-        case EmptyRule::Skip:
-        case EmptyRule::Optional: continue;
-        case EmptyRule::Delete: fs::remove(path, ec); continue;
-        case EmptyRule::Pass:
-        case EmptyRule::UserWpRewrite: break;
-      }
-    }
-    if (info.Empty == EmptyRule::UserWpRewrite && !StartsWithHeader(bytes)) {
-      // No valid header: the file becomes an empty valid one, without a word.
-      bytes.assign(kUserWpHeader.begin(), kUserWpHeader.end());
-      WriteFileAtomic(path, bytes);
-    }
-    if (std::optional<std::string> refusal = loader.LoadFile(info.File, path, bytes))
+// After step 23: the user's own objects, if the file is there.
+std::optional<StartupResult> LoadUserObjects(AppState& state, Ui& ui, const Clock& clock, StartupLoader& loader) {
+  const StartupFileInfo& info = kFiles.back();
+  fs::path path = state.Folder.Resolve(info.Name);
+  std::error_code ec;
+  if (!fs::exists(path, ec)) return std::nullopt;
+  std::optional<Bytes> bytes = ReadWholeFile(path);
+  if (!bytes) return EndProgram(state, ui, clock, {"File cannot be read: " + PathText(path)});
+  state.StartLog[info.LogSlot] = std::to_string(bytes->size()) + " > " + PathText(path);
+  if (!bytes->empty())
+    if (std::optional<std::string> refusal = loader.LoadFile(info.File, path, *bytes))
       return EndFatal(state, ui, clock, std::move(refusal));
-  }
+  return std::nullopt;
+}
 
-  // After step 23: the user's own objects, then the ILS links and the tables.
-  {
-    const StartupFileInfo& info = kFiles.back();
-    fs::path path = app.Resolve(info.Name);
-    std::error_code ec;
-    if (fs::exists(path, ec)) {
-      std::optional<Bytes> bytes = ReadWholeFile(path);
-      if (!bytes) return EndProgram(state, ui, clock, {"File cannot be read: " + PathText(path)});
-      state.StartLog[info.LogSlot] = std::to_string(bytes->size()) + " > " + PathText(path);
-      if (!bytes->empty())
-        if (std::optional<std::string> refusal = loader.LoadFile(info.File, path, *bytes))
-          return EndFatal(state, ui, clock, std::move(refusal));
-    }
-  }
-  ShowProgress(state, ui, std::string(kLinkProgress));
-  loader.LinkIls();
-  FillNameTables(state);
-  WriteStartLog(state, clock, kStartLogLines - 1);
-
-  // Steps 9 and 10: the splash goes, the first window comes.
+// Steps 9 and 10: the splash goes, the first window comes.
+StartupResult OpenFirstWindow(AppState& state, Ui& ui) {
   ui.SetWaitCursor(false);
   state.Splash.Visible = false;
   StartupResult result;
@@ -349,6 +355,29 @@ StartupResult RunStartup(AppState& state, Ui& ui, const Clock& clock, StartupLoa
     result.FirstWindow = "OVRLL";
   }
   return result;
+}
+
+}  // namespace
+
+StartupResult RunStartup(AppState& state, Ui& ui, const Clock& clock, StartupLoader& loader) {
+  if (std::optional<StartupResult> refused = RefuseUnreadableFolder(state.Folder, ui)) return *refused;
+  ShowSplash(state, ui);
+  ReadSettings(state);
+  ShowAiracLabel(state);
+  LoadAircraftList(state, ui, loader);
+  state.IvaoUrls = LoadIvaoUrls(state.Folder);  // step 7: the IVAO data servers
+
+  ClearCountersAndLog(state);
+  for (const StartupFileInfo& info : kFiles) {
+    if (info.Step < 1 || info.Step > 23) continue;
+    if (std::optional<StartupResult> ended = LoadDatabaseFile(info, state, ui, clock, loader)) return *ended;
+  }
+  if (std::optional<StartupResult> ended = LoadUserObjects(state, ui, clock, loader)) return *ended;
+  ShowProgress(state, ui, std::string(kLinkProgress));
+  loader.LinkIls();
+  FillNameTables(state);
+  WriteStartLog(state, clock, kStartLogLines - 1);
+  return OpenFirstWindow(state, ui);
 }
 
 }  // namespace orv

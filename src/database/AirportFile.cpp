@@ -403,6 +403,15 @@ void LinkIlsToRunways(AirportTables& tables) {
     if (!airport.Ils.empty()) LinkIlsToRunways(airport);
 }
 
+int32_t FindAirportByIcao(const AirportTables& tables, std::string_view icao) {
+  const std::string_view code = TrimView(icao);
+  if (code.empty()) return -1;
+  const auto& airports = tables.Airports;
+  for (std::size_t i = 0; i < airports.size(); ++i)
+    if (SameTextNoCase(airports[i].Icao.Trimmed(), code)) return static_cast<int32_t>(i);
+  return -1;
+}
+
 const IlsRec* IlsForRunwayEnd(const AirportRec& airport, int32_t runway, RunwayEnd end) {
   if (runway < 0 || static_cast<std::size_t>(runway) >= airport.Runways.size()) return nullptr;
   const RunwayRec& rw = airport.Runways[static_cast<std::size_t>(runway)];

@@ -88,6 +88,21 @@ struct IlsRec {
   RunwayEnd End = RunwayEnd::None;
 };
 
+// The database manager's values of an ILS by their meaning; the file keeps
+// them as plain stored values.
+inline float IlsFrequency(const IlsRec& ils) { return ils.Values[0]; }  // MHz
+// The localizer's true course as stored; 0 or out of range when the
+// database manager had none.
+inline float IlsCourse(const IlsRec& ils) { return ils.Values[1]; }
+// The glide slope angle in degrees; 0 for a localizer without glide slope.
+inline float IlsGlideSlope(const IlsRec& ils) { return ils.Values[2]; }
+// The course the feather is drawn on: the stored one when it is a course
+// (above 0, at most 360), else the heading of the runway end it serves.
+inline float IlsCourseOr(const IlsRec& ils, float runwayCourse) {
+  const float course = IlsCourse(ils);
+  return course > 0 && course <= 360 ? course : runwayCourse;
+}
+
 struct AirportRec {
   FixedStr<10> Icao;       // trimmed, widened from 5
   FixedStr<150> Name;      // trimmed, widened from 40
@@ -153,6 +168,11 @@ struct AirportTables {
   int32_t AirportFileCount = 0;   // Count as airport.orv states it
   int32_t DeletedSlots = 0;       // headers taken as deleted slots while loading
 };
+
+// The slot of the airport whose ICAO code is icao (blanks around it and the
+// case of its letters do not count), the first one in slot order when two
+// carry the code; -1 when none does or icao is blank.
+int32_t FindAirportByIcao(const AirportTables& tables, std::string_view icao);
 
 // ------------------------------------------------------------------ file layouts
 

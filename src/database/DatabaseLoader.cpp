@@ -10,6 +10,8 @@ std::optional<std::string> DatabaseLoader::LoadFile(StartupFile file, const std:
                                                     Bytes& bytes) {
   const uint8_t* data = bytes.data();
   const std::size_t size = bytes.size();
+  // A refused file may have filled part of its arrays: every file counts.
+  db_.Changed();
   switch (file) {
     case StartupFile::MagVar:
       // The grid is kept whole: every later lookup reads from it.
@@ -49,7 +51,10 @@ std::optional<std::string> DatabaseLoader::LoadFile(StartupFile file, const std:
   }
 }
 
-void DatabaseLoader::LinkIls() { LinkIlsToRunways(db_.Airports); }
+void DatabaseLoader::LinkIls() {
+  LinkIlsToRunways(db_.Airports);
+  db_.Changed();
+}
 
 std::vector<ArrayCount> DatabaseLoader::Counts() const { return CountArrays(db_); }
 

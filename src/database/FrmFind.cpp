@@ -61,7 +61,7 @@ private:
   FindResult& out_;
 };
 
-FoundObject At(int16_t kind, int32_t index, float lat, float lon, int32_t subIndex = -1) {
+FoundObject At(HiliteKind kind, int32_t index, float lat, float lon, int32_t subIndex = -1) {
   FoundObject o;
   o.Kind = kind;
   o.Index = index;
@@ -102,7 +102,7 @@ void FindIls(const AirportTables& tables, Scan& scan) {
 }
 
 template <typename Rec>
-void FindPoints(const std::vector<Rec>& records, int16_t kind, Scan& scan) {
+void FindPoints(const std::vector<Rec>& records, HiliteKind kind, Scan& scan) {
   for (std::size_t i = 0; i < records.size(); ++i) {
     const Rec& r = records[i];
     if (scan.Matches(r.Ident.Trimmed(), r.Name.Trimmed()))
@@ -120,7 +120,7 @@ void FindIntersections(const NavaidTables& tables, Scan& scan) {
   }
 }
 
-void FindAirways(const NavaidTables& tables, const std::vector<AirwayRec>& airways, int16_t kind, Scan& scan) {
+void FindAirways(const NavaidTables& tables, const std::vector<AirwayRec>& airways, HiliteKind kind, Scan& scan) {
   const auto& points = tables.Intersections;
   // An end index comes from the file unchecked; one outside the array (or on
   // a slot no record filled) has no ident and no position.

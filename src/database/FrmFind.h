@@ -37,22 +37,25 @@ enum class FindKind : uint8_t { Airport, Vor, Ndb, Ils, Intersection, Fix, Victo
 
 inline constexpr int kFindKindCount = 8;
 
-// The map's highlight kinds (HiliteKind) of the objects a search finds.
-inline constexpr int16_t kHiliteAirport = 1;
-inline constexpr int16_t kHiliteVor = 2;
-inline constexpr int16_t kHiliteNdb = 3;
-inline constexpr int16_t kHiliteIls = 4;
-inline constexpr int16_t kHiliteIntersection = 5;
-inline constexpr int16_t kHiliteFix = 6;
-inline constexpr int16_t kHiliteVictor = 7;
-inline constexpr int16_t kHiliteJet = 8;
+// The map's highlight kinds (HiliteKind): nothing, or the kind of object a
+// search finds or the mouse points at, numbered as they always were.
+enum class HiliteKind : int16_t { None = 0, Airport, Vor, Ndb, Ils, Intersection, Fix, Victor, Jet };
+inline constexpr HiliteKind kHiliteNone = HiliteKind::None;
+inline constexpr HiliteKind kHiliteAirport = HiliteKind::Airport;
+inline constexpr HiliteKind kHiliteVor = HiliteKind::Vor;
+inline constexpr HiliteKind kHiliteNdb = HiliteKind::Ndb;
+inline constexpr HiliteKind kHiliteIls = HiliteKind::Ils;
+inline constexpr HiliteKind kHiliteIntersection = HiliteKind::Intersection;
+inline constexpr HiliteKind kHiliteFix = HiliteKind::Fix;
+inline constexpr HiliteKind kHiliteVictor = HiliteKind::Victor;
+inline constexpr HiliteKind kHiliteJet = HiliteKind::Jet;
 
 // The latitude a position carries when there is none.
 inline constexpr float kNoLatitude = -500;
 
 // One listed object: what to highlight and where the map goes.
 struct FoundObject {
-  int16_t Kind = 0;       // HiliteKind, 1..8
+  HiliteKind Kind = HiliteKind::None;
   int32_t Index = -1;     // in its array; for an ILS the airport's index
   int32_t SubIndex = -1;  // for an ILS its index in the airport's Ils list, else -1
   // The object's position: the record's own; for an ILS its runway's when the

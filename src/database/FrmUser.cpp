@@ -55,6 +55,9 @@ void SplitForFields(double value, std::string& deg, std::string& min, std::strin
 FrmUser::FrmUser(std::vector<UserWaypointRec>& waypoints, Ui& ui, const AppFolder& app)
     : waypoints_(waypoints), ui_(ui), app_(app) {}
 
+FrmUser::FrmUser(NavDatabase& db, Ui& ui, const AppFolder& app)
+    : waypoints_(db.UserWaypoints), db_(&db), ui_(ui), app_(app) {}
+
 std::string FrmUser::ListLine(const UserWaypointRec& rec) {
   return FixedText(rec.Ident.Trimmed(), 10) + " " + rec.Name.Str();
 }
@@ -131,6 +134,7 @@ bool FrmUser::CmdAddClick() {
   rec.Name.Assign(Trim(txtName));
   rec.Lat = CSng(FormLat());
   rec.Lon = CSng(FormLon());
+  if (db_) db_->Changed();
   FillList(static_cast<int>(waypoints_.size()) - 1);
   ui_.MsgBox(rec.Ident.Str() + " has been added", MsgStyle::Information);
   return true;
@@ -148,6 +152,7 @@ bool FrmUser::CmdEditClick() {
   rec.Name.Assign(Trim(txtName));
   rec.Lat = CSng(FormLat());
   rec.Lon = CSng(FormLon());
+  if (db_) db_->Changed();
   FillList(record);
   ui_.MsgBox(rec.Ident.Str() + " has been changed", MsgStyle::Information);
   return true;
@@ -162,6 +167,7 @@ bool FrmUser::CmdDeleteClick() {
   std::string ident = waypoints_[static_cast<std::size_t>(record)].Ident.Str();
   if (!ui_.AskYesNo("Are you sure you want to delete " + ident)) return false;
   waypoints_.erase(waypoints_.begin() + record);
+  if (db_) db_->Changed();
   ClearFields();
   FillList(-1);
   ui_.MsgBox(ident + " has been deleted", MsgStyle::Information);

@@ -16,6 +16,7 @@
 
 #include "core/AppFolder.h"
 #include "core/Ui.h"
+#include "database/NavDatabase.h"
 #include "database/UserWaypoints.h"
 
 namespace orv {
@@ -23,6 +24,8 @@ namespace orv {
 class FrmUser {
 public:
   FrmUser(std::vector<UserWaypointRec>& waypoints, Ui& ui, const AppFolder& app);
+  // On the database's user waypoints; each change counts in its Revision.
+  FrmUser(NavDatabase& db, Ui& ui, const AppFolder& app);
 
   // Controls.
   std::string txtICAO, txtName;
@@ -69,6 +72,7 @@ private:
   void ClearFields();
 
   std::vector<UserWaypointRec>& waypoints_;
+  NavDatabase* db_ = nullptr;
   Ui& ui_;
   AppFolder app_;
 };

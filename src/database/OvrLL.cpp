@@ -233,13 +233,8 @@ void OvrLL::OptDestinationClick() {
 }
 
 bool OvrLL::CmdSearchClick() {
-  std::string code = UCase(Trim(txtICAO));
   const auto& airports = tables_.Airports;
-  int32_t found = -1;
-  if (!code.empty()) {
-    for (std::size_t i = 0; i < airports.size() && found < 0; ++i)
-      if (IsAirportSlotUsed(airports[i]) && UCase(airports[i].Icao.Trimmed()) == code) found = static_cast<int32_t>(i);
-  }
+  const int32_t found = FindAirportByIcao(tables_, txtICAO);
   if (found < 0) {
     ui_.MsgBox(kNoIcaoMatchText);
     return false;

@@ -32,9 +32,6 @@
 
 namespace orv {
 
-inline float IlsFrequency(const IlsRec& ils) { return ils.Values[0]; }
-inline float IlsCourse(const IlsRec& ils) { return ils.Values[1]; }
-
 // Latitude and longitude in the formats of the position fields, two blanks apart.
 std::string LatLonText(double lat, double lon, bool decSec);
 

@@ -8,9 +8,6 @@ namespace orv {
 
 namespace {
 
-constexpr double kPi = 3.14159265;
-constexpr double kDegToRad = kPi / 180.0;
-
 // Whole units, half to even.
 double Whole(double v) { return static_cast<double>(CLng(v)); }
 

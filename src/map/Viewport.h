@@ -125,7 +125,7 @@ public:
 // ------------------------------------------------------------ projection
 
 // The cosine of the reference latitude, with the program's value of pi.
-inline double CosLat(double lat) { return std::cos(lat * (3.14159265 / 180.0)); }
+inline double CosLat(double lat) { return std::cos(lat * (kPi / 180.0)); }
 
 // Longitude difference from the centre, as a 32-bit float, brought once into
 // -180..180: a point exactly opposite the centre lands on the east side.

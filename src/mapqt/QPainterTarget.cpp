@@ -7,11 +7,9 @@
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
-#include <condition_variable>
 #include <cstring>
-#include <mutex>
-#include <thread>
 
+#include "core/Geodesy.h"
 #include "core/FileIo.h"
 #include "core/Runtime.h"
 #include "mapqt/ThinLine.h"
@@ -206,88 +204,11 @@ bool QPainterTarget::DirectPen() const {
 }
 
 void QPainterTarget::DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel) {
-  queue_.push_back({a.x(), a.y(), b.x(), b.y(), pixel, DrawWidth()});
+  queue_.Push({a.x(), a.y(), b.x(), b.y(), pixel, DrawWidth()});
 }
 
 
-// A second thread that draws the lower rows of a long queue while the
-// caller draws the upper ones.
-class QPainterTarget::LineWorker {
-public:
-  LineWorker() : thread_([this] { Run(); }) {}
-  ~LineWorker() {
-    {
-      std::lock_guard<std::mutex> lock(mutex_);
-      quit_ = true;
-    }
-    wake_.notify_all();
-    thread_.join();
-  }
-  void Start(const PixelCanvas& canvas, const QueuedLine* lines, std::size_t count) {
-    {
-      std::lock_guard<std::mutex> lock(mutex_);
-      canvas_ = canvas;
-      lines_ = lines;
-      count_ = count;
-      job_ = true;
-    }
-    wake_.notify_all();
-  }
-  void Wait() {
-    std::unique_lock<std::mutex> lock(mutex_);
-    wake_.wait(lock, [this] { return !job_; });
-  }
-
-private:
-  void Run() {
-    std::unique_lock<std::mutex> lock(mutex_);
-    for (;;) {
-      wake_.wait(lock, [this] { return job_ || quit_; });
-      if (quit_) return;
-      const PixelCanvas canvas = canvas_;
-      const QueuedLine* lines = lines_;
-      const std::size_t count = count_;
-      lock.unlock();
-      DrawQueuedLines(canvas, lines, count);
-      lock.lock();
-      job_ = false;
-      wake_.notify_all();
-    }
-  }
-
-  std::mutex mutex_;
-  std::condition_variable wake_;
-  PixelCanvas canvas_;
-  const QueuedLine* lines_ = nullptr;
-  std::size_t count_ = 0;
-  bool job_ = false;
-  bool quit_ = false;
-  std::thread thread_;  // last: started once everything else is set up
-};
-
-void QPainterTarget::FlushLines() const {
-  if (queue_.empty()) return;
-  // A thread hand-over costs some microseconds: worth it for the thousands
-  // of lines of airways, airspaces and rivers, not for a symbol.
-  // Broad lines (taxiways at a close zoom) are mostly pixels of their own
-  // columns, which both threads would walk: they stay on one.
-  constexpr std::size_t kShareFrom = 4000;
-  std::size_t broad = 0;
-  for (const QueuedLine& l : queue_) broad += l.Width > 2;
-  if (queue_.size() < kShareFrom || broad * 4 > queue_.size() || canvas_.Height < 64 ||
-      std::thread::hardware_concurrency() < 2) {
-    DrawQueuedLines(canvas_, queue_.data(), queue_.size());
-  } else {
-    if (!worker_) worker_ = std::make_unique<LineWorker>();
-    PixelCanvas upper = canvas_, lower = canvas_;
-    upper.RowTo = canvas_.Height / 2;
-    lower.RowFrom = canvas_.Height / 2;
-    worker_->Start(lower, queue_.data(), queue_.size());
-    DrawQueuedLines(upper, queue_.data(), queue_.size());
-    worker_->Wait();
-  }
-  queue_.clear();
-}
+void QPainterTarget::FlushLines() const { queue_.Flush(canvas_); }
 
 uint32_t QPainterTarget::PixelOf(Colour colour) { return 0xFF000000u | ToQColor(colour).rgb(); }
 
@@ -466,12 +387,12 @@ void QPainterTarget::DoCircle(double x, double y, double radius, Colour colour, 
   }
   // Angles in radians, counter-clockwise from three o'clock; a negative one
   // also draws the radius to it.
-  constexpr double kTwoPi = 6.283185307179586;
+  constexpr double kFullTurn = 2 * kPiExact;
   const double a0 = std::fabs(start), a1 = std::fabs(end);
   double span = a1 - a0;
-  if (span <= 0) span += kTwoPi;
-  const int start16 = static_cast<int>(std::lround(a0 * 180.0 / 3.141592653589793 * 16));
-  const int span16 = static_cast<int>(std::lround(span * 180.0 / 3.141592653589793 * 16));
+  if (span <= 0) span += kFullTurn;
+  const int start16 = static_cast<int>(std::lround(a0 * 180.0 / kPiExact * 16));
+  const int span16 = static_cast<int>(std::lround(span * 180.0 / kPiExact * 16));
   if (start < 0 && end < 0) {
     ApplyBrush(true);
     painter_.drawPie(box, start16, span16);
@@ -499,58 +420,10 @@ bool QPainterTarget::StampEllipse(const QPointF& centre, double rx, double ry, C
       top - ry - width - 2 >= canvas_.Height)
     return true;  // wholly outside the picture
 
-  // The same sizes at the same place within a pixel give the same pixels
-  // anywhere on the picture (the chart's positions fall on a few fractions
-  // of a pixel, so the kept copies stay few).
   const int ix = static_cast<int>(left), iy = static_cast<int>(top);
-  const StampKey key{centre.x() - left, centre.y() - top, rx, ry, width, pen, fill == kFillSolid};
-  auto found = stamps_.find(key);
-  if (found == stamps_.end()) {
-    if (stamps_.size() > 4096) stamps_.clear();
-    found = stamps_.emplace(key, MakeStamp(key)).first;
-  }
-  const uint32_t outline = PixelOf(colour), inside = PixelOf(FillColor());
-  for (const StampPixel& p : found->second) {
-    const int x = ix + p.Dx, y = iy + p.Dy;
-    if (x >= 0 && x < canvas_.Width && y >= 0 && y < canvas_.Height)
-      canvas_.Bits[static_cast<std::ptrdiff_t>(y) * canvas_.Stride + x] = p.Outline ? outline : inside;
-  }
+  const CircleStamps::Key key{centre.x() - left, centre.y() - top, rx, ry, width, pen, fill == kFillSolid};
+  stamps_.Stamp(canvas_, key, ix, iy, PixelOf(colour), PixelOf(FillColor()));
   return true;
-}
-
-std::vector<QPainterTarget::StampPixel> QPainterTarget::MakeStamp(const StampKey& key) {
-  // Drawn once by QPainter with the target's pen, in two marker colours.
-  const int width = key.Width;
-  const int margin = static_cast<int>(std::ceil(std::max(key.Rx, key.Ry))) + width + 3;
-  QImage scratch(2 * margin + 1, 2 * margin + 1, QImage::Format_RGB32);
-  scratch.fill(Qt::white);
-  {
-    QPainter p(&scratch);
-    p.setRenderHint(QPainter::Antialiasing, false);
-    if (key.Pen) {
-      QPen outline(QColor(255, 0, 0));
-      outline.setWidth(width);
-      if (width > 1) {
-        outline.setCapStyle(Qt::RoundCap);
-        outline.setJoinStyle(width == 2 ? Qt::BevelJoin : Qt::RoundJoin);
-      }
-      p.setPen(outline);
-    } else {
-      p.setPen(Qt::NoPen);
-    }
-    p.setBrush(key.Filled ? QBrush(QColor(0, 0, 255)) : QBrush(Qt::NoBrush));
-    const double cx = margin + key.Fx, cy = margin + key.Fy;
-    p.drawEllipse(QRectF(cx - key.Rx, cy - key.Ry, 2 * key.Rx, 2 * key.Ry));
-  }
-  std::vector<StampPixel> out;
-  for (int y = 0; y < scratch.height(); ++y) {
-    for (int x = 0; x < scratch.width(); ++x) {
-      const QRgb c = scratch.pixel(x, y);
-      if (c == qRgb(255, 0, 0)) out.push_back({static_cast<int16_t>(x - margin), static_cast<int16_t>(y - margin), true});
-      if (c == qRgb(0, 0, 255)) out.push_back({static_cast<int16_t>(x - margin), static_cast<int16_t>(y - margin), false});
-    }
-  }
-  return out;
 }
 
 void QPainterTarget::DoPSet(double x, double y, Colour colour) {

@@ -23,6 +23,8 @@
 #include <vector>
 
 #include "map/DrawTarget.h"
+#include "mapqt/CircleStamps.h"
+#include "mapqt/LineQueue.h"
 #include "mapqt/QtFontSet.h"
 #include "mapqt/ThinLine.h"
 
@@ -86,33 +88,12 @@ private:
   // copy, on an owned 32-bit picture); DirectLine draws one.
   bool DirectPen() const;
   void DirectLine(const QPointF& a, const QPointF& b, uint32_t pixel);
-  // Direct lines wait in a queue until anything else is drawn or the
-  // picture is read; a long queue is drawn by two threads, each writing its
-  // half of the rows (the pixels chosen do not depend on the half).
-  class LineWorker;
+  // Direct lines wait in queue_ until anything else is drawn or the picture
+  // is read.
   void FlushLines() const;
   // A small circle or ellipse from a kept copy of QPainter's pixels for the
   // same size, pen and place within a pixel; false when it must be drawn.
-  struct StampPixel {
-    int16_t Dx, Dy;
-    bool Outline;
-  };
-  struct StampKey {
-    double Fx, Fy;  // the centre's place within its pixel
-    double Rx, Ry;
-    int Width;
-    bool Pen, Filled;
-    bool operator==(const StampKey&) const = default;
-  };
-  struct StampHash {
-    std::size_t operator()(const StampKey& k) const {
-      const std::hash<double> h;
-      return h(k.Fx) ^ (h(k.Fy) * 31) ^ (h(k.Rx) * 131) ^ (h(k.Ry) * 521) ^
-             static_cast<std::size_t>(k.Width * 8 + k.Pen * 2 + k.Filled);
-    }
-  };
   bool StampEllipse(const QPointF& centre, double rx, double ry, Colour colour);
-  static std::vector<StampPixel> MakeStamp(const StampKey& key);
   static uint32_t PixelOf(Colour colour);
   // True when a line between the device points with the current pen
   // cannot touch the picture: on an image, such lines are skipped (a chart
@@ -127,9 +108,8 @@ private:
   QPolygonF polygon_;  // reused point buffer
   std::vector<QLineF> lines_;  // reused line buffer
   std::vector<QPointF> clipA_, clipB_;  // polygon clipping scratch
-  mutable std::vector<QueuedLine> queue_;
-  mutable std::unique_ptr<LineWorker> worker_;
-  std::unordered_map<StampKey, std::vector<StampPixel>, StampHash> stamps_;
+  mutable LineQueue queue_;
+  CircleStamps stamps_;
 
   // What the painter holds now.
   Colour penColour_ = -1;

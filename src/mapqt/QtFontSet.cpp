@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "core/Runtime.h"
+
 namespace orv {
 
 namespace {
@@ -22,11 +24,7 @@ constexpr FaceFiles kFaces[] = {
     {"Liberation Serif", "LiberationSerif-Regular.ttf", "LiberationSerif-Bold.ttf"},
 };
 
-bool SameName(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-           return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-         });
-}
+bool SameName(std::string_view a, std::string_view b) { return SameTextNoCase(a, b); }
 
 }  // namespace
 

@@ -23,89 +23,52 @@ FixedStr<1> IntersectionNetType(const IntersectionRec& rec) {
   return FixedStr<1>();
 }
 
-WaypointRec VorRow(const NavaidTables& navaids, int index) {
+namespace {
+
+// The row of record `index` of a table: its kind (blank for an airport), its
+// code and name, position, and the frequency and variation where the record
+// has them; an index outside the table gives an empty row.
+template <typename Rec>
+WaypointRec RowOf(const std::vector<Rec>& table, int index, std::string_view kind) {
   WaypointRec w;
-  if (!InRange(index, navaids.Vors.size())) return w;
-  const VorRec& v = navaids.Vors[static_cast<std::size_t>(index)];
-  w.Kind.Assign("VOR");
-  w.Code.Assign(v.Ident.Trimmed());
-  w.Name.Assign(v.Name.Trimmed());
-  w.Frequency = v.Frequency;
-  w.Lat = v.Lat;
-  w.Lon = v.Lon;
-  w.MagVar = v.MagVar;
+  if (!InRange(index, table.size())) return w;
+  const Rec& r = table[static_cast<std::size_t>(index)];
+  if (!kind.empty()) w.Kind.Assign(kind);
+  if constexpr (requires { r.Icao; })
+    w.Code.Assign(r.Icao.Trimmed());
+  else
+    w.Code.Assign(r.Ident.Trimmed());
+  w.Name.Assign(r.Name.Trimmed());
+  if constexpr (requires { r.Frequency; }) w.Frequency = r.Frequency;
+  w.Lat = r.Lat;
+  w.Lon = r.Lon;
+  if constexpr (requires { r.MagVar; }) w.MagVar = r.MagVar;
   w.DbIndex = index;
   return w;
 }
 
-WaypointRec NdbRow(const NavaidTables& navaids, int index) {
-  WaypointRec w;
-  if (!InRange(index, navaids.Ndbs.size())) return w;
-  const NdbRec& n = navaids.Ndbs[static_cast<std::size_t>(index)];
-  w.Kind.Assign("NDB");
-  w.Code.Assign(n.Ident.Trimmed());
-  w.Name.Assign(n.Name.Trimmed());
-  w.Frequency = n.Frequency;
-  w.Lat = n.Lat;
-  w.Lon = n.Lon;
-  w.MagVar = n.MagVar;
-  w.DbIndex = index;
-  return w;
-}
+}  // namespace
 
-WaypointRec FixRow(const NavaidTables& navaids, int index) {
-  WaypointRec w;
-  if (!InRange(index, navaids.Fixes.size())) return w;
-  const FixRec& f = navaids.Fixes[static_cast<std::size_t>(index)];
-  w.Kind.Assign("Fix");
-  w.Code.Assign(f.Ident.Trimmed());
-  w.Name.Assign(f.Name.Trimmed());
-  w.Lat = f.Lat;
-  w.Lon = f.Lon;
-  w.MagVar = f.MagVar;
-  w.DbIndex = index;
-  return w;
-}
+WaypointRec VorRow(const NavaidTables& navaids, int index) { return RowOf(navaids.Vors, index, "VOR"); }
+
+WaypointRec NdbRow(const NavaidTables& navaids, int index) { return RowOf(navaids.Ndbs, index, "NDB"); }
+
+WaypointRec FixRow(const NavaidTables& navaids, int index) { return RowOf(navaids.Fixes, index, "Fix"); }
 
 WaypointRec IntersectionRow(const NavaidTables& navaids, int index) {
-  WaypointRec w;
-  if (!InRange(index, navaids.Intersections.size())) return w;
-  const IntersectionRec& i = navaids.Intersections[static_cast<std::size_t>(index)];
-  w.Kind.Assign("Int");
-  w.Code.Assign(i.Ident.Trimmed());
-  w.Name.Assign(i.Name.Trimmed());
-  w.Lat = i.Lat;
-  w.Lon = i.Lon;
-  w.MagVar = i.MagVar;
-  w.DbIndex = index;
-  w.NetType = IntersectionNetType(i);
+  WaypointRec w = RowOf(navaids.Intersections, index, "Int");
+  if (InRange(index, navaids.Intersections.size()))
+    w.NetType = IntersectionNetType(navaids.Intersections[static_cast<std::size_t>(index)]);
   return w;
 }
 
 WaypointRec UserWaypointRow(const std::vector<UserWaypointRec>& waypoints, int index) {
-  WaypointRec w;
-  if (!InRange(index, waypoints.size())) return w;
-  const UserWaypointRec& u = waypoints[static_cast<std::size_t>(index)];
-  w.Kind.Assign("Uwp");
-  w.Code.Assign(u.Ident.Trimmed());
-  w.Name.Assign(u.Name.Trimmed());
-  w.Lat = u.Lat;
-  w.Lon = u.Lon;
-  w.DbIndex = index;
-  return w;
+  return RowOf(waypoints, index, "Uwp");
 }
 
 WaypointRec AirportRow(const AirportTables& airports, int index) {
-  WaypointRec w;
-  if (!InRange(index, airports.Airports.size())) return w;
-  const AirportRec& a = airports.Airports[static_cast<std::size_t>(index)];
-  w.Code.Assign(a.Icao.Trimmed());
-  w.Name.Assign(a.Name.Trimmed());
-  w.Lat = a.Lat;
-  w.Lon = a.Lon;
-  w.MagVar = a.MagVar;
-  w.DbIndex = index;
-  w.Origin = kOriginAirport;
+  WaypointRec w = RowOf(airports.Airports, index, "");
+  if (InRange(index, airports.Airports.size())) w.Origin = kOriginAirport;
   return w;
 }
 
@@ -137,16 +100,6 @@ void NavLookupDb::Rebuild() {
   std::sort(idents_.begin(), idents_.end(), [](const IdentEntry& a, const IdentEntry& b) {
     return std::tie(a.Ident, a.Kind, a.Index) < std::tie(b.Ident, b.Kind, b.Index);
   });
-
-  const auto& list = db_.Airports.Airports;
-  airports_.clear();
-  airports_.reserve(list.size());
-  for (std::size_t i = 0; i < list.size(); ++i) {
-    if (IsAirportSlotUsed(list[i])) airports_.push_back({Key(list[i].Icao.Trimmed()), static_cast<int32_t>(i)});
-  }
-  std::sort(airports_.begin(), airports_.end(), [](const AirportEntry& a, const AirportEntry& b) {
-    return std::tie(a.Icao, a.Index) < std::tie(b.Icao, b.Index);
-  });
 }
 
 void NavLookupDb::FindByIdent(std::string_view ident, std::vector<WaypointRec>& out) const {
@@ -164,12 +117,7 @@ void NavLookupDb::FindByIdent(std::string_view ident, std::vector<WaypointRec>& 
   }
 }
 
-int NavLookupDb::FindAirport(std::string_view icao) const {
-  std::string key = Key(icao);
-  auto it = std::lower_bound(airports_.begin(), airports_.end(), key,
-                             [](const AirportEntry& e, const std::string& k) { return e.Icao < k; });
-  return it != airports_.end() && it->Icao == key ? it->Index : -1;
-}
+int NavLookupDb::FindAirport(std::string_view icao) const { return FindAirportByIcao(db_.Airports, icao); }
 
 int NavLookupDb::FindAirportLast(std::string_view icao) const {
   std::string key = Key(icao);

@@ -57,7 +57,8 @@ public:
   void FindByIdent(std::string_view ident, std::vector<WaypointRec>& out) const override;
   int FindAirportLast(std::string_view icao) const override;
 
-  // The airport slot whose ICAO code is icao (trimmed, any case), -1 when none.
+  // The airport slot whose ICAO code is icao (trimmed, any case), -1 when
+  // none: FindAirportByIcao.
   int FindAirport(std::string_view icao) const;
 
   const NavDatabase& Database() const { return db_; }
@@ -70,17 +71,12 @@ private:
     ObjectKind Kind;
     int32_t Index;
   };
-  struct AirportEntry {
-    std::string Icao;  // trimmed, upper case
-    int32_t Index;
-  };
 
   const AirportRec* AirportAt(int airport) const;
 
   const NavDatabase& db_;
   std::span<const std::string> parkingNames_;
   std::vector<IdentEntry> idents_;      // sorted by Ident, then kind, then index
-  std::vector<AirportEntry> airports_;  // sorted by Icao, then index
 };
 
 }  // namespace orv

@@ -26,6 +26,14 @@ TEST(Val, TakesTheLongestLeadingNumber) {
   EXPECT_EQ(Val("0x1F"), 0);
 }
 
+TEST(Text, SameTextNoCaseFoldsAsciiLettersOnly) {
+  EXPECT_TRUE(SameTextNoCase("MenuVOR", "menuvor"));
+  EXPECT_TRUE(SameTextNoCase("", ""));
+  EXPECT_FALSE(SameTextNoCase("VOR", "VOR "));
+  EXPECT_FALSE(SameTextNoCase("\xC9", "\xE9"));  // E acute in two cases: not a letter here
+  EXPECT_FALSE(SameTextNoCase("[", "{"));
+}
+
 TEST(Rounding, CIntAndCLngRoundHalfToEven) {
   EXPECT_EQ(CInt(0.5), 0);
   EXPECT_EQ(CInt(1.5), 2);

@@ -780,5 +780,29 @@ TEST(IlsLinks, LastMatchWinsAndTablesPassCoversEveryAirport) {
   }
 }
 
+// An airport by its code: blanks and case do not count, empty slots never
+// match, the first of two slots with the code wins; the ILS values by name.
+TEST(AirportFile, AirportByIcaoAndIlsValues) {
+  AirportTables tables;
+  tables.Airports = {SampleAirport("EDDF", 50, 8), AirportRec{}, SampleAirport("KJFK", 40, -73),
+                     SampleAirport("eddf", 1, 1)};
+  EXPECT_EQ(FindAirportByIcao(tables, " eddf "), 0);
+  EXPECT_EQ(FindAirportByIcao(tables, "KJFK"), 2);
+  EXPECT_EQ(FindAirportByIcao(tables, "EDDM"), -1);
+  EXPECT_EQ(FindAirportByIcao(tables, "  "), -1);
+
+  IlsRec ils;
+  ils.Values[0] = 110.3f, ils.Values[1] = 249.4f, ils.Values[2] = 3.0f;
+  EXPECT_EQ(IlsFrequency(ils), 110.3f);
+  EXPECT_EQ(IlsGlideSlope(ils), 3.0f);
+  EXPECT_EQ(IlsCourseOr(ils, 250.0f), 249.4f);
+  for (float stored : {0.0f, -5.0f, 360.5f}) {
+    ils.Values[1] = stored;
+    EXPECT_EQ(IlsCourseOr(ils, 250.0f), 250.0f) << stored;  // no course stored: the runway's
+  }
+  ils.Values[1] = 360.0f;
+  EXPECT_EQ(IlsCourseOr(ils, 250.0f), 360.0f);
+}
+
 }  // namespace
 }  // namespace orv

@@ -45,6 +45,7 @@ TEST(AppFolderBuilder, DefaultFolderLoadsWithTheRealReaders) {
   test::ScriptedUi ui;
   EXPECT_EQ(LoadFolder(dir.Path(), db, ui).Outcome, StartupOutcome::OpenAirportSelection);
   EXPECT_TRUE(ui.Messages().empty());
+  EXPECT_GT(db.Revision, 0u);  // the loaded files count as changes
 
   ASSERT_EQ(Count(db, "Airports"), 2);
   const AirportRec& eddf = db.Airports.Airports[0];

@@ -26,8 +26,9 @@ struct FormFixture : ::testing::Test {
   test::TempDir dir;
   AppFolder app{dir.Path()};
   test::ScriptedUi ui;
-  std::vector<UserWaypointRec> waypoints;
-  FrmUser form{waypoints, ui, app};
+  NavDatabase db;
+  std::vector<UserWaypointRec>& waypoints = db.UserWaypoints;
+  FrmUser form{db, ui, app};
 
   void FillValid() {
     form.txtICAO = "HOME1";
@@ -92,6 +93,7 @@ TEST_F(FormFixture, AddEditDelete) {
   FillValid();
   ASSERT_TRUE(form.CmdAddClick());
   ASSERT_EQ(waypoints.size(), 2u);
+  EXPECT_EQ(db.Revision, 1u);  // each change counts in the database's revision
   const UserWaypointRec& added = waypoints[1];
   EXPECT_EQ(added.Ident.Str(), "HOME1");
   EXPECT_EQ(added.Name.Str(), "My field");
@@ -114,16 +116,19 @@ TEST_F(FormFixture, AddEditDelete) {
   EXPECT_EQ(form.lstWP, (Texts{"ALPHA      First now", "HOME1      My field"}));
   EXPECT_EQ(form.lstWPIndex, 0);  // the selection follows the record
   EXPECT_EQ(ui.Messages().back(), "ALPHA has been changed");
+  EXPECT_EQ(db.Revision, 2u);
 
   // Delete asks first; No keeps the record.
   ui.answers = {Answer::No};
   EXPECT_FALSE(form.CmdDeleteClick());
   EXPECT_EQ(ui.Texts("ask"), Texts{"Are you sure you want to delete ALPHA"});
   EXPECT_EQ(waypoints.size(), 2u);
+  EXPECT_EQ(db.Revision, 2u);
 
   ui.answers = {Answer::Yes};
   ASSERT_TRUE(form.CmdDeleteClick());
   ASSERT_EQ(waypoints.size(), 1u);
+  EXPECT_EQ(db.Revision, 3u);
   EXPECT_EQ(waypoints[0].Ident.Str(), "HOME1");
   EXPECT_EQ(form.lstWP, Texts{"HOME1      My field"});
   EXPECT_EQ(form.lstWPIndex, -1);

@@ -41,7 +41,7 @@ protected:
     view.ZoomIndex = zoomIndex;
     view.Scaling = scaling ? scaling : ZoomTable[static_cast<std::size_t>(zoomIndex)].Scale;
     map.ClearOps();
-    MapScene scene{view, colours, layers, db, plan, highlight, &overlays};
+    MapScene scene{view, colours, layers, db, plan, highlight, &overlays, registry};
     renderer.DrawMap(scene, map, backBuffer ? &*backBuffer : nullptr);
   }
 
@@ -88,6 +88,7 @@ protected:
   MapOverlays overlays;
   RecordingTarget map;
   std::optional<RecordingTarget> backBuffer;
+  const MapLayerRegistry* registry = nullptr;
   MapRenderer renderer;
 };
 
@@ -379,6 +380,80 @@ TEST_F(RenderPassTest, LiveLayersDrawNothingWhenEmpty) {
   overlays.Trace = samples;
   Draw(kL30);
   EXPECT_GT(Count(colours.MovAc, DrawOpKind::Line), 0);
+}
+
+// The other modules' layers draw at their places: the tracks after the route
+// and before the airways, the networks' traffic after the user waypoints,
+// the aircraft over the finished chart after its clean copy; the layers
+// after them draw with the pass's own pens and fonts.
+TEST_F(RenderPassTest, RegisteredLayersDrawAtTheirPlaces) {
+  struct Mark : MapLayer {
+    explicit Mark(Colour c) : colour(c) {}
+    void Draw(const LayerContext& context, DrawTarget& target) override {
+      target.SetDrawWidth(7);
+      target.SetFontName("Courier");
+      target.SetForeColor(colour);
+      target.Line(context.X(8.0, 50.0), context.Y(50.0), 0, 0);
+      label = context.Label;
+      font = context.FontName;
+    }
+    Colour colour;
+    int32_t label = -1;
+    std::string_view font;
+  };
+  Mark tracks(101), online(102), aircraft(103);
+  MapLayerRegistry places;
+  ASSERT_TRUE(places.Add(MapLayerPlace::Tracks, tracks));
+  ASSERT_TRUE(places.Add(MapLayerPlace::Online, online));
+  ASSERT_TRUE(places.Add(MapLayerPlace::Aircraft, aircraft));
+  EXPECT_FALSE(places.Add(MapLayerPlace::Count, online));
+  registry = &places;
+  layers.btnJet = layers.ShowIcao = true;
+  test::BuildSmallPlan(plan);
+  backBuffer.emplace(400, 300, "VMap(0)");
+  Draw(kL30);
+
+  EXPECT_EQ(tracks.label, 30);
+  EXPECT_EQ(tracks.font, "Arial");
+  EXPECT_EQ(OpsIn(101), (std::vector<std::string>{"Line 5000 3500 0 0"}));
+  EXPECT_LT(First(colours.Route), First(101));
+  EXPECT_LT(First(101), First(colours.Jet));
+  EXPECT_LT(First(colours.User), First(102));
+  EXPECT_EQ(map.Ops().back().Color, 103u);
+  EXPECT_EQ(backBuffer->Describe(backBuffer->Ops().back()), "Copy Map");
+  for (const DrawOp& op : map.Ops()) {
+    if (op.Color == colours.Jet) EXPECT_EQ(op.DrawWidth, 1);
+    if (op.Kind == DrawOpKind::Text && op.Color == colours.Vor) EXPECT_EQ(op.FontName, "Arial");
+  }
+
+  // The live tick draws the layers over the chart alone.
+  map.ClearOps();
+  MapScene scene{view, colours, layers, db, plan, highlight, &overlays, registry};
+  renderer.DrawLiveLayers(scene, map);
+  ASSERT_EQ(map.Ops().size(), 1u);
+  EXPECT_EQ(map.Ops()[0].Color, 103u);
+  places.Remove(aircraft);
+  map.ClearOps();
+  renderer.DrawLiveLayers(scene, map);
+  EXPECT_TRUE(map.Ops().empty());
+}
+
+// The positions the pass keeps are those of the database's revision: a VOR
+// moved away leaves the view once the change is counted, and a user waypoint
+// changed through the window counts.
+TEST_F(RenderPassTest, KeptPositionsFollowTheDatabaseRevision) {
+  layers.ShowIcao = true;
+  Draw(kL30);
+  ASSERT_TRUE(HasText("FFM"));
+  VorRec& ffm = db.Navaids.Vors[0];
+  ffm.Lat += 20;
+  db.Changed();
+  Draw(kL30);
+  EXPECT_FALSE(HasText("FFM"));
+  ffm.Lat -= 20;
+  db.Changed();
+  Draw(kL30);
+  EXPECT_TRUE(HasText("FFM"));
 }
 
 TEST(RenderLayerNames, MenuCaptionsControlsAndButtons) {
