@@ -25,6 +25,9 @@ constexpr Command kCommands[] = {
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
      "[--round-world] --out FILE.png|FILE.svg",
      CmdRender},
+    {"simlink",
+     "simlink [--sim SOURCE] status | set com1|nav1|adf|heading-bug|ap-master|ap-heading-hold|position VALUE...",
+     CmdSimlink},
 };
 
 void Usage(std::ostream& err) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace orv {
+class IpcPlatform;
 class StartupLoader;
 struct AppState;
 struct NavDatabase;
@@ -37,6 +38,14 @@ int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ost
 int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 // "render": the map of the loaded database into a PNG or SVG picture.
 int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+
+// "simlink [--sim SOURCE] status | set WHAT VALUE...": connects to the source
+// (builtin by default), prints every value read or runs one writer. 1 when the
+// connection is refused ("Unable to connect to Flight Simulator" and the
+// channel's " Msg #N") or a write fails.
+int CmdSimlink(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// The same over a given platform; args start with status or set.
+int RunSimlink(const Args& args, IpcPlatform& platform, std::ostream& out, std::ostream& err);
 
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up

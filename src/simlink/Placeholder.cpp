@@ -1,1 +1,0 @@
-// Grows with the simlink module; keeps the library target non-empty until then.
