@@ -91,7 +91,15 @@ void BridgeServer::Serve(NetDeadline until, const std::function<bool()>& stop) {
     NetSocket client = TcpAccept(listener_, std::min(until, DeadlineIn(kIdlePollMs)));
     if (!client.Valid()) continue;
     log_("client connected");
+    const std::uint64_t before = frames_;
+    const auto start = NetClock::now();
     ServeClient(client, until, stop);
+    // The time from the connection to the last answer, for the round trip
+    // figure of the Wine test.
+    const auto us = std::chrono::duration_cast<std::chrono::microseconds>(lastAnswer_ - start).count();
+    const std::uint64_t n = frames_ - before;
+    log_("client done after " + std::to_string(n) + " frames in " + std::to_string(n ? us / 1000 : 0) + " ms, " +
+         std::to_string(n ? us / static_cast<long long>(n) : 0) + " us each");
   }
 }
 
@@ -142,6 +150,7 @@ void BridgeServer::ServeClient(NetSocket& client, NetDeadline until, const std::
       return;
     }
     ++frames_;
+    lastAnswer_ = NetClock::now();
   }
 }
 

@@ -94,6 +94,7 @@ class BridgeServer {
   std::function<void(const std::string&)> log_;
   NetSocket listener_;
   std::uint64_t frames_ = 0;
+  NetClock::time_point lastAnswer_{};
 };
 
 // The channel's platform over the bridge. The partner's window "exists" when
