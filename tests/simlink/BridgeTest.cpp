@@ -160,7 +160,8 @@ TEST(Bridge, RefusedConnectionIsMsg2AndTheServerOutlivesABadClient) {
     ASSERT_EQ(RecvAll(s, answer, 4, DeadlineIn(3000)), NetIo::Ok);
     EXPECT_EQ(OffsetImage::LoadLE<std::uint32_t>(answer), 0u);
   }
-  FsuipcChannel ch(*OpenSimulator(bridge.Source(), error));
+  auto platform = OpenSimulator(bridge.Source(), error);
+  FsuipcChannel ch(*platform);
   EXPECT_TRUE(ch.IpcOpen(0, code));
   std::lock_guard<std::mutex> lock(bridge.logLock);
   EXPECT_NE(std::find(bridge.log.begin(), bridge.log.end(),
