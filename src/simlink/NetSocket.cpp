@@ -285,6 +285,29 @@ NetIo RecvAll(NetSocket& s, void* data, std::size_t size, NetDeadline deadline) 
   return NetIo::Ok;
 }
 
+NetIo RecvSome(NetSocket& s, void* data, std::size_t size, NetDeadline deadline, std::size_t& got) {
+  got = 0;
+  for (;;) {
+    if (!s.Valid()) return NetIo::Failed;
+    const int ready = PollFd(s.Fd(), POLLIN, MsLeft(deadline));
+    if (ready == 0) return NetIo::TimedOut;
+    if (ready < 0) return NetIo::Failed;
+#ifdef _WIN32
+    const int n = recv(static_cast<SOCKET>(s.Fd()), static_cast<char*>(data), static_cast<int>(size), 0);
+#else
+    const ssize_t n = recv(static_cast<int>(s.Fd()), data, size, 0);
+#endif
+    if (n == 0) return NetIo::Closed;
+    if (n < 0) {
+      const int e = NetLastError();
+      if (e == kWouldBlock || e == EAGAIN || e == EINTR) continue;
+      return NetIo::Failed;
+    }
+    got = static_cast<std::size_t>(n);
+    return NetIo::Ok;
+  }
+}
+
 NetSocket UdpBind(std::string_view addrText, std::uint16_t port, std::string& error) {
   sockaddr_in addr;
   const std::string where = std::string(addrText) + ":" + std::to_string(port);

@@ -59,6 +59,9 @@ enum class NetIo { Ok, Closed, TimedOut, Failed };
 // Sends or receives exactly size bytes before the deadline.
 NetIo SendAll(NetSocket& s, const void* data, std::size_t size, NetDeadline deadline);
 NetIo RecvAll(NetSocket& s, void* data, std::size_t size, NetDeadline deadline);
+// Receives what is there (at most size bytes, at least one) before the
+// deadline; got holds the count when Ok.
+NetIo RecvSome(NetSocket& s, void* data, std::size_t size, NetDeadline deadline, std::size_t& got);
 
 // UDP: a socket bound to ADDR:PORT (port 0: any free port), datagrams in and
 // out. RecvFrom gives the datagram's length, 0 when none came before the

@@ -1,6 +1,7 @@
 #include "simlink/SimulatorChoice.h"
 
 #include "simlink/Bridge.h"
+#include "simlink/FlightGearAdapter.h"
 #include "simlink/NetSocket.h"
 #include "simlink/SimSource.h"
 #include "simlink/Win32Platform.h"
@@ -32,6 +33,7 @@ std::vector<SimulatorKind> SimulatorKinds() {
 #endif
   kinds.push_back({"bridge", "FS2004 / FS X on another machine or under Wine (orvanta-fsbridge)", true, true,
                    kBridgeDefaultAddress, kBridgeDefaultPort});
+  kinds.push_back({"flightgear", "FlightGear (generic protocol on UDP 5500, HTTP on 5400)", false, false, "", 0});
   kinds.push_back({"xplane", "X-Plane 11 / 12 (UDP)", true, true, "127.0.0.1", kXPlaneDefaultPort});
   return kinds;
 }
@@ -56,6 +58,26 @@ std::unique_ptr<IpcPlatform> OpenSimulator(std::string_view source, std::string&
     }
     return std::make_unique<BridgeClient>(host, port);
   }
+  if (source == "flightgear" || source.rfind("flightgear:", 0) == 0) {
+    // flightgear[:UDPPORT[:HTTPPORT[:HOST]]]
+    std::uint16_t ports[2] = {kFlightGearUdpPort, kFlightGearHttpPort};
+    std::string host = "127.0.0.1";
+    std::string_view rest = source.size() > 11 ? source.substr(11) : std::string_view();
+    for (int i = 0; i < 3 && !rest.empty(); ++i) {
+      const auto colon = rest.find(':');
+      const std::string part(rest.substr(0, colon));
+      rest = colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
+      if (i == 2) {
+        host = part;
+      } else if (!part.empty() && (ports[i] = ParsePort(part)) == 0) {
+        error = "bad port '" + part + "' in '" + std::string(source) + "' (flightgear:UDPPORT:HTTPPORT)";
+        return nullptr;
+      }
+    }
+    auto adapter = std::make_unique<FlightGearAdapter>(host, ports[0], ports[1]);
+    if (!adapter->Start(error)) return nullptr;
+    return adapter;
+  }
   if (source == "xplane" || source.rfind("xplane:", 0) == 0) {
     std::string host = "127.0.0.1", portText;
     if (source.size() > 7) SplitHostPort(source.substr(7), host, portText);
@@ -78,7 +100,7 @@ std::unique_ptr<IpcPlatform> OpenSimulator(std::string_view source, std::string&
 #ifdef _WIN32
     error += ", fsuipc";
 #endif
-    error += ", bridge:HOST:PORT, xplane[:HOST[:PORT]])";
+    error += ", bridge:HOST:PORT, flightgear[:UDPPORT[:HTTPPORT]], xplane[:HOST[:PORT]])";
   }
   return platform;
 }

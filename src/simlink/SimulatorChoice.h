@@ -3,6 +3,8 @@
 //   builtin                 the built-in source (no simulator needed)
 //   fsuipc                  FSUIPC in this process's Windows session (Windows builds only)
 //   bridge:HOST:PORT        orvanta-fsbridge.exe beside FS2004/FS X on HOST (port 9020 by default)
+//   flightgear[:UDPPORT[:HTTPPORT[:HOST]]]  FlightGear sending data/flightgear/orvanta.xml to UDPPORT
+//                           (5500), its HTTP property server on HTTPPORT (5400)
 //   xplane[:HOST[:PORT]]    X-Plane 11 or 12 over its UDP interface (127.0.0.1, port 49000 by default)
 // The sources of the channel's own file (OpenSimSource) are offered as they are.
 #pragma once
