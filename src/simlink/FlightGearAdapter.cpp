@@ -36,7 +36,8 @@ bool ParseDouble(std::string_view text, double& out) {
   if (text.empty()) return false;
   if (text.front() == '+') text.remove_prefix(1);
   const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), out);
-  return ec == std::errc() && end == text.data() + text.size() && std::isfinite(out);
+  // Beyond anything a flight gives is nonsense, refused before a conversion overflows.
+  return ec == std::errc() && end == text.data() + text.size() && std::isfinite(out) && std::fabs(out) <= 1e7;
 }
 
 // --- A small JSON reader for the property server's answers -------------------------
@@ -45,12 +46,13 @@ struct Json {
   enum Type { Null, Bool, Number, String, Array, Object } type = Null;
   double number = 0;
   std::string text;
-  std::vector<std::pair<std::string, Json>> members;
-  std::vector<Json> items;
+  std::vector<std::string> keys;  // an object's keys, with its values in items
+  std::vector<Json> items;         // an array's items, or an object's values
 
   const Json* Member(std::string_view key) const {
-    for (const auto& [k, v] : members)
-      if (k == key) return &v;
+    if (type != Object) return nullptr;
+    for (std::size_t i = 0; i < keys.size() && i < items.size(); ++i)
+      if (keys[i] == key) return &items[i];
     return nullptr;
   }
 };
@@ -118,8 +120,9 @@ class JsonReader {
         if (!Str(key)) return false;
         Skip();
         if (pos_ >= s_.size() || s_[pos_++] != ':') return false;
-        v.members.emplace_back(std::move(key), Json{});
-        if (!Value(v.members.back().second, depth + 1)) return false;
+        v.keys.push_back(std::move(key));
+        v.items.emplace_back();
+        if (!Value(v.items.back(), depth + 1)) return false;
         Skip();
         if (pos_ >= s_.size()) return false;
         if (s_[pos_] == ',') {

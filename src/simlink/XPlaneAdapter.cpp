@@ -64,8 +64,11 @@ void PutName(std::vector<std::uint8_t>& out, std::string_view name, std::size_t 
   std::memcpy(out.data() + out.size() - field, name.data(), n);
 }
 
+// A subscribed value; 0 for one not there and for nonsense (not finite, or
+// beyond anything a flight gives), so that no conversion overflows.
 float Value(const std::vector<float>& v, int i) {
-  return i >= 0 && static_cast<std::size_t>(i) < v.size() && std::isfinite(v[i]) ? v[i] : 0.0f;
+  if (i < 0 || static_cast<std::size_t>(i) >= v.size()) return 0.0f;
+  return std::isfinite(v[i]) && std::fabs(v[i]) <= 1e7f ? v[i] : 0.0f;
 }
 
 }  // namespace
@@ -145,7 +148,8 @@ AircraftState XPlaneState(const std::vector<float>& v) {
 
 std::vector<TrafficEntry> XPlaneTraffic(const std::vector<float>& v) {
   std::vector<TrafficEntry> out;
-  const int count = std::min<int>(static_cast<int>(Value(v, kTcasCount)) - 1, kXPlaneTrafficTargets);
+  // tcas_num_acf counts the user's aircraft too.
+  const int count = static_cast<int>(std::clamp(Value(v, kTcasCount) - 1.0f, 0.0f, float(kXPlaneTrafficTargets)));
   for (int t = 1; t <= count; ++t) {
     const int base = kTrafficBase + (t - 1) * kPerTarget;
     const float lat = Value(v, base), lon = Value(v, base + 1);
