@@ -5,6 +5,7 @@
 #include <cstring>
 #include <thread>
 
+#include "core/Clock.h"
 #include "simlink/Fsuipc.h"
 
 namespace orv {
@@ -28,7 +29,8 @@ void PutModuleVersions(OffsetImage& image) {
   image.Put<std::uint32_t>(0x3308, kPartnerSimWord);
 }
 
-ImagePartner::ImagePartner(OffsetImage& image, std::mutex* imageLock) : image_(image), imageLock_(imageLock) {
+ImagePartner::ImagePartner(OffsetImage& image, std::mutex* imageLock, Clock* clock)
+    : image_(image), imageLock_(imageLock), clock_(clock) {
   if (imageLock_) {
     std::lock_guard<std::mutex> lock(*imageLock_);
     PutModuleVersions(image_);
@@ -126,7 +128,12 @@ bool ImagePartner::SendIpcMessage(Handle window, std::uint32_t message, std::uin
 
 std::uint32_t ImagePartner::ProcessId() { return kProcessId; }
 
-void ImagePartner::SleepMs(std::uint32_t ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+void ImagePartner::SleepMs(std::uint32_t ms) {
+  if (clock_)
+    clock_->Sleep(static_cast<int>(ms));
+  else
+    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+}
 
 bool ImagePartner::AnswerBlock(std::uint8_t* block, std::size_t size) {
   std::uint64_t pos = 0;
@@ -149,7 +156,8 @@ bool ImagePartner::AnswerBlock(std::uint8_t* block, std::size_t size) {
       image_.ReadBytes(offset, data, static_cast<std::size_t>(inside));
       if (count > inside) std::memset(data + inside, 0, static_cast<std::size_t>(count - inside));
     } else {
-      if (offset == kLibVersionOffset && count == 2) libraryVersion_ = OffsetImage::LoadLE<std::uint16_t>(data);
+      if (offset <= kLibVersionOffset && offset + count >= kLibVersionOffset + 2)
+        libraryVersion_ = OffsetImage::LoadLE<std::uint16_t>(data + (kLibVersionOffset - offset));
       for (std::uint64_t i = 0; i < inside; ++i) {
         const std::uint64_t at = offset + i;
         if (at >= kVersionWordsStart && at < kVersionWordsEnd) continue;  // read-only

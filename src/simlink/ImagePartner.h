@@ -15,6 +15,8 @@
 
 namespace orv {
 
+class Clock;
+
 // The module's answers to the channel's handshake: FSUIPC 3.99 on FS X.
 inline constexpr std::uint32_t kPartnerFsuipcVersion = 0x39990000;
 inline constexpr std::uint32_t kPartnerSimWord = 0xFADE0008;
@@ -23,8 +25,9 @@ class ImagePartner : public IpcPlatform {
  public:
   // The image must outlive the partner. When an adapter writes the image from
   // another thread it passes the lock it writes under; the partner holds it
-  // while it answers a block.
-  explicit ImagePartner(OffsetImage& image, std::mutex* imageLock = nullptr);
+  // while it answers a block. The channel's pauses go to the clock when one
+  // is given (simulated time), else they are slept.
+  explicit ImagePartner(OffsetImage& image, std::mutex* imageLock = nullptr, Clock* clock = nullptr);
 
   Handle FindWindowOfClass(std::string_view className) override;
   std::uint32_t RegisterMessage(std::string_view name) override;
@@ -57,6 +60,7 @@ class ImagePartner : public IpcPlatform {
 
   OffsetImage& image_;
   std::mutex* imageLock_;
+  Clock* clock_;
   std::uint32_t lastError_ = 0;
   std::int32_t libraryVersion_ = -1;
   std::string atomName_;

@@ -21,7 +21,9 @@ struct ImageHolder {
 
 class ParkedSource : private ImageHolder, public ImagePartner {
  public:
-  ParkedSource() : ImagePartner(parkedImage) { ParkImage(parkedImage, kParkLat, kParkLon, kParkAlt, kParkHeading); }
+  explicit ParkedSource(Clock* clock) : ImagePartner(parkedImage, nullptr, clock) {
+    ParkImage(parkedImage, kParkLat, kParkLon, kParkAlt, kParkHeading);
+  }
 };
 
 }  // namespace
@@ -49,9 +51,9 @@ void ParkImage(OffsetImage& image, double lat, double lon, double altFeet, doubl
   PutModuleVersions(image);
 }
 
-std::unique_ptr<IpcPlatform> OpenSimSource(std::string_view source, std::string& error) {
+std::unique_ptr<IpcPlatform> OpenSimSource(std::string_view source, std::string& error, Clock* clock) {
   error.clear();
-  if (source == "builtin") return std::make_unique<ParkedSource>();
+  if (source == "builtin") return std::make_unique<ParkedSource>(clock);
   error = "Unknown simulator source '" + std::string(source) + "' (known: builtin)";
   return nullptr;
 }

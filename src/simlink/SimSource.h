@@ -13,10 +13,12 @@
 
 namespace orv {
 
+class Clock;
+
 // Opens a source by name; null with the reason in error for an unknown or
 // unavailable source. Known today: "builtin", an aircraft parked on the
-// apron at Frankfurt.
-std::unique_ptr<IpcPlatform> OpenSimSource(std::string_view source, std::string& error);
+// apron at Frankfurt. The channel's pauses go to the clock when one is given.
+std::unique_ptr<IpcPlatform> OpenSimSource(std::string_view source, std::string& error, Clock* clock = nullptr);
 
 // The image of an aircraft standing still with engines off: position,
 // altitude and heading as given, on the ground, a fixed noon clock, some fuel,

@@ -181,6 +181,27 @@ TEST(FsuipcChannel, BatchWalkFillsDestinationsInOrder) {
   EXPECT_EQ(Get32(v + 86), 0u);
 }
 
+TEST(FsuipcChannel, PartnerAnswersFromTheEdgesOfTheImage) {
+  Link l;
+  ASSERT_TRUE(l.Open());
+  l.image.Fill(0xFFF0, 0x66, 16);
+  std::uint8_t tail[40];
+  std::memset(tail, 0xEE, sizeof tail);
+  const std::uint8_t ones[8] = {1, 1, 1, 1, 1, 1, 1, 1};
+  ASSERT_TRUE(l.ch.IpcQueueWrite(0xFFFC, 8, ones, l.code));  // half beyond the address space
+  ASSERT_TRUE(l.ch.IpcQueueWrite(0x3304, 8, ones, l.code));  // the module's own words
+  ASSERT_TRUE(l.ch.IpcQueueRead(0xFFF0, 40, tail, l.code));
+  ASSERT_TRUE(l.ch.IpcProcess(l.code));
+  EXPECT_EQ(tail[0], 0x66);
+  EXPECT_EQ(tail[12], 1);
+  EXPECT_EQ(tail[15], 1);
+  EXPECT_EQ(tail[16], 0) << "beyond 0xFFFF reads as zero";
+  EXPECT_EQ(tail[39], 0);
+  EXPECT_EQ(l.image.Get<std::uint32_t>(0x3304), 0x39990000u);
+  EXPECT_EQ(l.image.Get<std::uint32_t>(0x3308), 0xFADE0008u);
+  EXPECT_EQ(l.platform.LibraryVersion(), 0x0101);
+}
+
 TEST(FsuipcChannel, TenthRetryCountsAsFailure) {
   Link l;
   ASSERT_TRUE(l.Open());
