@@ -18,7 +18,7 @@ cli=$linux_build/src/cli/orvanta-cli
 [ -x "$cli" ] || cli=$linux_build/orvanta-cli
 [ -x "$cli" ] || fail "no orvanta-cli in $linux_build (build it first: cmake --build --preset debug --target orvanta-cli)"
 
-echo "test-wine: cross-building the mingw preset"
+echo "test-wine [${SECONDS}s]: cross-building the mingw preset"
 cmake --preset mingw > build-mingw-configure.log 2>&1 || { cat build-mingw-configure.log; fail "cmake --preset mingw"; }
 rm -f build-mingw-configure.log
 cmake --build --preset mingw > /dev/null || fail "the mingw build"
@@ -30,6 +30,7 @@ export WINEPREFIX=$PWD/build/mingw/wineprefix WINEDEBUG=-all WINEDLLOVERRIDES="m
 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f > "$out/wineboot.log" 2>&1 \
   || { cat "$out/wineboot.log"; fail "wine could not set up its prefix in $WINEPREFIX"; }
 wineserver -w
+echo "test-wine [${SECONDS}s]: Wine is ready"
 
 cleanup() { wineserver -k 2> /dev/null || true; }
 trap cleanup EXIT
@@ -46,7 +47,7 @@ wait_for() {
 wine build/mingw/fsuipc-test-partner.exe --for 120 > "$out/partner.log" 2>&1 &
 wait_for "$out/partner.log" 60 "partner: ready" || { cat "$out/partner.log"; fail "the test partner did not start under Wine"; }
 
-echo "test-wine: orvanta-fsbridge.exe --probe"
+echo "test-wine [${SECONDS}s]: orvanta-fsbridge.exe --probe"
 wine build/mingw/orvanta-fsbridge.exe --probe > "$out/probe.log" 2>&1 || { cat "$out/probe.log"; fail "--probe did not connect to the partner"; }
 tr -d '\r' < "$out/probe.log" > "$out/probe.txt"
 for want in "FsuipcVersion 39990000" "SimVersion 8" "Latitude 51.4775" "Altitude 83" "TrueHeading 270"; do
@@ -57,7 +58,7 @@ wine build/mingw/orvanta-fsbridge.exe --port "$port" --for 90 > "$out/bridge.log
 wait_for "$out/bridge.log" 30 "serving\|in use\|Unable" || { cat "$out/bridge.log"; fail "the bridge did not start"; }
 grep -q serving "$out/bridge.log" || { cat "$out/bridge.log"; fail "the bridge refused to serve"; }
 
-echo "test-wine: orvanta-cli simlink --sim bridge:127.0.0.1:$port status"
+echo "test-wine [${SECONDS}s]: orvanta-cli simlink --sim bridge:127.0.0.1:$port status"
 start=$(date +%s%N)
 ASAN_OPTIONS=detect_leaks=0 "$cli" simlink --sim "bridge:127.0.0.1:$port" status > "$out/status.txt" 2>&1 \
   || { cat "$out/status.txt"; fail "orvanta-cli could not read the partner through the bridge"; }
@@ -70,6 +71,6 @@ ASAN_OPTIONS=detect_leaks=0 "$cli" simlink --sim "bridge:127.0.0.1:$port" set co
 grep -qx "Com1 118.3" "$out/set.txt" || { cat "$out/set.txt"; fail "COM1 did not come back as 118.3"; }
 
 wait_for "$out/bridge.log" 10 "client done" || fail "the bridge did not see the client leave"
-echo "test-wine: status over the bridge: $(tr -d '\r' < "$out/bridge.log" | grep -m1 "client done after" | sed 's/.*client done after //')" \
+echo "test-wine [${SECONDS}s]: status over the bridge: $(tr -d '\r' < "$out/bridge.log" | grep -m1 "client done after" | sed 's/.*client done after //')" \
      "(Linux client -> bridge -> partner under Wine; the whole command $((elapsed_us / 1000)) ms with its start)"
-echo "test-wine: passed"
+echo "test-wine [${SECONDS}s]: passed"

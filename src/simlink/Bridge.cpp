@@ -80,8 +80,10 @@ std::vector<std::uint8_t> BridgeServer::Answer(const std::uint8_t* block, std::u
   if (!channel_.IsOpen() || count > kIpcBlockSize || count < 4 || BlockLength(block, count) != count) return {};
   std::memcpy(channel_.ViewBase, block, count);
   std::uint32_t result = 0;
+  const auto start = NetClock::now();
   const bool sent = channel_.Platform().SendIpcMessage(channel_.PartnerWindow, channel_.IpcMessageId,
                                                        channel_.IpcAtom, 0, kIpcSendFlags, kIpcSendTimeoutMs, result);
+  sendTime_ += NetClock::now() - start;
   if (!sent || result != 1) return {};
   return std::vector<std::uint8_t>(channel_.ViewBase, channel_.ViewBase + count);
 }
@@ -93,13 +95,18 @@ void BridgeServer::Serve(NetDeadline until, const std::function<bool()>& stop) {
     log_("client connected");
     const std::uint64_t before = frames_;
     const auto start = NetClock::now();
+    sendTime_ = {};
     ServeClient(client, until, stop);
     // The time from the connection to the last answer, for the round trip
     // figure of the Wine test.
     const auto us = std::chrono::duration_cast<std::chrono::microseconds>(lastAnswer_ - start).count();
     const std::uint64_t n = frames_ - before;
     log_("client done after " + std::to_string(n) + " frames in " + std::to_string(n ? us / 1000 : 0) + " ms, " +
-         std::to_string(n ? us / static_cast<long long>(n) : 0) + " us each");
+         std::to_string(n ? us / static_cast<long long>(n) : 0) + " us each, of which " +
+         std::to_string(n ? std::chrono::duration_cast<std::chrono::microseconds>(sendTime_).count() /
+                                static_cast<long long>(n)
+                          : 0) +
+         " us in the message to the simulator");
   }
 }
 

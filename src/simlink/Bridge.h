@@ -95,6 +95,7 @@ class BridgeServer {
   NetSocket listener_;
   std::uint64_t frames_ = 0;
   NetClock::time_point lastAnswer_{};
+  NetClock::duration sendTime_{};
 };
 
 // The channel's platform over the bridge. The partner's window "exists" when
