@@ -77,15 +77,34 @@ std::uint16_t BridgeServer::LocalPortOf() const { return LocalPort(listener_); }
 std::vector<std::uint8_t> BridgeServer::Answer(const std::uint8_t* block, std::uint32_t count) {
   // Only whole blocks go to the module: records that end exactly at the count
   // with their terminator, inside the block's room.
-  if (!channel_.IsOpen() || count > kIpcBlockSize || count < 4 || BlockLength(block, count) != count) return {};
+  if (count > kIpcBlockSize || count < 4 || BlockLength(block, count) != count) return {};
+  if (!channel_.IsOpen() && !Reopen()) return {};
   std::memcpy(channel_.ViewBase, block, count);
   std::uint32_t result = 0;
   const auto start = NetClock::now();
   const bool sent = channel_.Platform().SendIpcMessage(channel_.PartnerWindow, channel_.IpcMessageId,
                                                        channel_.IpcAtom, 0, kIpcSendFlags, kIpcSendTimeoutMs, result);
   sendTime_ += NetClock::now() - start;
-  if (!sent || result != 1) return {};
+  if (!sent) {
+    // The simulator went away (or is restarting): the channel is opened again
+    // at a later frame, so that the bridge outlives the simulator.
+    log_("the simulator does not answer; the channel is closed");
+    channel_.IpcClose();
+    return {};
+  }
+  if (result != 1) return {};
   return std::vector<std::uint8_t>(channel_.ViewBase, channel_.ViewBase + count);
+}
+
+bool BridgeServer::Reopen() {
+  const auto now = NetClock::now();
+  if (now < nextReopen_) return false;
+  nextReopen_ = now + std::chrono::milliseconds(kReopenEveryMs);
+  channel_.IpcClearHandles();
+  std::int32_t code = 0;
+  if (!channel_.IpcOpen(0, code)) return false;
+  log_("the channel is open again");
+  return true;
 }
 
 void BridgeServer::Serve(NetDeadline until, const std::function<bool()>& stop) {

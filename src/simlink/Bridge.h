@@ -88,6 +88,8 @@ class BridgeServer {
 
  private:
   std::uint16_t LocalPortOf() const;
+  bool Reopen();
+  static constexpr std::uint32_t kReopenEveryMs = 2000;
   void ServeClient(NetSocket& client, NetDeadline until, const std::function<bool()>& stop);
 
   FsuipcChannel& channel_;
@@ -96,6 +98,7 @@ class BridgeServer {
   std::uint64_t frames_ = 0;
   NetClock::time_point lastAnswer_{};
   NetClock::duration sendTime_{};
+  NetClock::time_point nextReopen_{};
 };
 
 // The channel's platform over the bridge. The partner's window "exists" when

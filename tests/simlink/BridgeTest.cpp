@@ -10,6 +10,7 @@
 #include "simlink/SimData.h"
 #include "simlink/SimImage.h"
 #include "simlink/SimulatorChoice.h"
+#include "support/ScriptedPlatform.h"
 
 namespace orv {
 namespace {
@@ -66,6 +67,29 @@ TEST(Bridge, FrameReaderRefusesLongAndShortFrames) {
   BufferSource lying;  // a count of 100 with 2 bytes behind it
   Put32(lying.bytes, 100), lying.bytes.insert(lying.bytes.end(), {1, 2});
   EXPECT_EQ(ReadFrame(lying, kIpcBlockSize, out, count), FrameStatus::Failed);
+}
+
+TEST(Bridge, ServerOutlivesTheSimulatorAndOpensTheChannelAgain) {
+  OffsetImage image;
+  PutCom1(image, 121.90f);
+  test::ScriptedPlatform partner(image);
+  FsuipcChannel channel(partner);
+  std::int32_t code = 0;
+  ASSERT_TRUE(channel.IpcOpen(0, code));
+  std::vector<std::string> log;
+  BridgeServer server(channel, [&](const std::string& l) { log.push_back(l); });
+  std::vector<std::uint8_t> block;
+  Put32(block, 1), Put32(block, fsoff::Com1), Put32(block, 2), Put32(block, 1), block.insert(block.end(), 2, 0);
+  Put32(block, 0);
+
+  partner.failSends = 1;
+  EXPECT_TRUE(server.Answer(block.data(), static_cast<std::uint32_t>(block.size())).empty());
+  EXPECT_FALSE(channel.IsOpen());
+  const auto answer = server.Answer(block.data(), static_cast<std::uint32_t>(block.size()));
+  ASSERT_EQ(answer.size(), block.size());
+  EXPECT_EQ(OffsetImage::LoadLE<std::uint16_t>(answer.data() + 16), 0x2190);
+  EXPECT_EQ(log, (std::vector<std::string>{"the simulator does not answer; the channel is closed",
+                                           "the channel is open again"}));
 }
 
 // A bridge on a loopback port over an in-process partner, serving on a thread.
