@@ -263,11 +263,17 @@ NetIo SendAll(NetSocket& s, const void* data, std::size_t size, NetDeadline dead
 
 NetIo RecvAll(NetSocket& s, void* data, std::size_t size, NetDeadline deadline) {
   char* p = static_cast<char*>(data);
+  // The bytes are usually there already: try first, wait only when there are
+  // none (a wait is costly under Wine, where it goes through its server).
+  bool wait = false;
   while (size > 0) {
     if (!s.Valid()) return NetIo::Failed;
-    const int ready = PollFd(s.Fd(), POLLIN, MsLeft(deadline));
-    if (ready == 0) return NetIo::TimedOut;
-    if (ready < 0) return NetIo::Failed;
+    if (wait) {
+      const int ready = PollFd(s.Fd(), POLLIN, MsLeft(deadline));
+      if (ready == 0) return NetIo::TimedOut;
+      if (ready < 0) return NetIo::Failed;
+    }
+    wait = true;
 #ifdef _WIN32
     const int n = recv(static_cast<SOCKET>(s.Fd()), p, static_cast<int>(size), 0);
 #else
@@ -281,6 +287,7 @@ NetIo RecvAll(NetSocket& s, void* data, std::size_t size, NetDeadline deadline) 
     }
     p += n;
     size -= static_cast<std::size_t>(n);
+    wait = false;
   }
   return NetIo::Ok;
 }
