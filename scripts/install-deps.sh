@@ -10,6 +10,7 @@ packages=(
   libcurl4-openssl-dev zlib1g-dev nlohmann-json3-dev
   fonts-dejavu-core fonts-liberation
   xvfb xauth
+  wine wine64 g++-mingw-w64-x86-64
 )
 
 missing=()

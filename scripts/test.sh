@@ -24,3 +24,7 @@ rm -rf "$prefix"
 bash scripts/fuzz.sh "${ORV_FUZZ_SECONDS:-10}"
 
 ctest --preset debug -j "$(nproc)"
+
+# The Windows side of the simulator link under Wine: the channel's Win32
+# calls, orvanta-fsbridge.exe and the Linux client over the bridge.
+bash scripts/test-wine.sh build/debug

@@ -8,7 +8,7 @@
 #include "core/Runtime.h"
 #include "simlink/Fsuipc.h"
 #include "simlink/SimData.h"
-#include "simlink/SimSource.h"
+#include "simlink/SimulatorChoice.h"
 
 namespace orv::cli {
 
@@ -190,7 +190,7 @@ int CmdSimlink(const Context&, const Args& args, std::ostream& out, std::ostream
     }
   }
   std::string error;
-  std::unique_ptr<IpcPlatform> platform = OpenSimSource(source, error);
+  std::unique_ptr<IpcPlatform> platform = OpenSimulator(source, error);
   if (!platform) {
     err << "simlink: " << error << '\n';
     return 2;

@@ -1,0 +1,404 @@
+#include "simlink/FlightGearAdapter.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <memory>
+
+#include "simlink/SimImage.h"
+
+namespace orv {
+
+namespace {
+
+constexpr const char* kNodes[] = {
+    "/position/latitude-deg", "/position/longitude-deg", "/position/altitude-ft", "/position/ground-elev-ft",
+    "/orientation/heading-deg", "/orientation/pitch-deg", "/orientation/roll-deg", "/velocities/groundspeed-kt",
+    "/instrumentation/airspeed-indicator/true-speed-kt", "/velocities/airspeed-kt", "/velocities/vertical-speed-fps",
+    "/gear/gear/wow", "/sim/freeze/clock", "/sim/time/utc/day-seconds", "/sim/time/local-day-seconds",
+    "/consumables/fuel/total-fuel-gal_us", "/environment/wind-speed-kt", "/environment/wind-from-heading-deg",
+    "/environment/magnetic-variation-deg", "/environment/temperature-degc", "/environment/dewpoint-degc",
+    "/environment/pressure-sea-level-inhg", "/environment/visibility-m",
+    "/instrumentation/comm/frequencies/selected-mhz", "/instrumentation/nav/frequencies/selected-mhz",
+    "/instrumentation/adf/frequencies/selected-khz", "/autopilot/settings/heading-bug-deg", "/autopilot/locks/heading",
+    "/autopilot/locks/altitude", "/autopilot/settings/target-altitude-ft", "/sim/time/elapsed-sec"};
+constexpr std::size_t kNodeCount = sizeof kNodes / sizeof kNodes[0];
+constexpr std::size_t kHeadingLock = 27, kAltitudeLock = 28;
+
+constexpr std::uint32_t kHttpTimeoutMs = 500;
+constexpr std::size_t kHttpAnswerLimit = 4 << 20;
+constexpr auto kTrafficEvery = std::chrono::milliseconds(1000);
+
+bool ParseDouble(std::string_view text, double& out) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r' || text.back() == '\n')) text.remove_suffix(1);
+  if (text.empty()) return false;
+  if (text.front() == '+') text.remove_prefix(1);
+  const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), out);
+  // Beyond anything a flight gives is nonsense, refused before a conversion overflows.
+  return ec == std::errc() && end == text.data() + text.size() && std::isfinite(out) && std::fabs(out) <= 1e7;
+}
+
+// --- A small JSON reader for the property server's answers -------------------------
+
+struct Json {
+  enum Type { Null, Bool, Number, String, Array, Object } type = Null;
+  double number = 0;
+  std::string text;
+  std::vector<std::string> keys;  // an object's keys, with its values in items
+  std::vector<Json> items;         // an array's items, or an object's values
+
+  const Json* Member(std::string_view key) const {
+    if (type != Object) return nullptr;
+    for (std::size_t i = 0; i < keys.size() && i < items.size(); ++i)
+      if (keys[i] == key) return &items[i];
+    return nullptr;
+  }
+};
+
+class JsonReader {
+ public:
+  explicit JsonReader(std::string_view s) : s_(s) {}
+  bool Parse(Json& out) {
+    if (!Value(out, 0)) return false;
+    Skip();
+    return pos_ == s_.size();
+  }
+
+ private:
+  static constexpr int kMaxDepth = 48;
+  void Skip() {
+    while (pos_ < s_.size() && (s_[pos_] == ' ' || s_[pos_] == '\n' || s_[pos_] == '\r' || s_[pos_] == '\t')) ++pos_;
+  }
+  bool Literal(std::string_view word) {
+    if (s_.substr(pos_, word.size()) != word) return false;
+    pos_ += word.size();
+    return true;
+  }
+  bool Str(std::string& out) {
+    if (pos_ >= s_.size() || s_[pos_] != '"') return false;
+    ++pos_;
+    while (pos_ < s_.size()) {
+      const char c = s_[pos_++];
+      if (c == '"') return true;
+      if (c != '\\') {
+        out += c;
+        continue;
+      }
+      if (pos_ >= s_.size()) return false;
+      const char e = s_[pos_++];
+      switch (e) {
+        case 'n': out += '\n'; break;
+        case 't': out += '\t'; break;
+        case 'r': out += '\r'; break;
+        case 'b': out += '\b'; break;
+        case 'f': out += '\f'; break;
+        case 'u':
+          if (s_.size() - pos_ < 4) return false;
+          out += '?';  // call signs are ASCII; other characters are not needed
+          pos_ += 4;
+          break;
+        default: out += e; break;
+      }
+    }
+    return false;
+  }
+  bool Value(Json& v, int depth) {
+    if (depth > kMaxDepth) return false;
+    Skip();
+    if (pos_ >= s_.size()) return false;
+    const char c = s_[pos_];
+    if (c == '{') {
+      v.type = Json::Object;
+      ++pos_;
+      Skip();
+      if (pos_ < s_.size() && s_[pos_] == '}') return ++pos_, true;
+      for (;;) {
+        Skip();
+        std::string key;
+        if (!Str(key)) return false;
+        Skip();
+        if (pos_ >= s_.size() || s_[pos_++] != ':') return false;
+        v.keys.push_back(std::move(key));
+        v.items.emplace_back();
+        if (!Value(v.items.back(), depth + 1)) return false;
+        Skip();
+        if (pos_ >= s_.size()) return false;
+        if (s_[pos_] == ',') {
+          ++pos_;
+          continue;
+        }
+        if (s_[pos_] == '}') return ++pos_, true;
+        return false;
+      }
+    }
+    if (c == '[') {
+      v.type = Json::Array;
+      ++pos_;
+      Skip();
+      if (pos_ < s_.size() && s_[pos_] == ']') return ++pos_, true;
+      for (;;) {
+        v.items.emplace_back();
+        if (!Value(v.items.back(), depth + 1)) return false;
+        Skip();
+        if (pos_ >= s_.size()) return false;
+        if (s_[pos_] == ',') {
+          ++pos_;
+          continue;
+        }
+        if (s_[pos_] == ']') return ++pos_, true;
+        return false;
+      }
+    }
+    if (c == '"') {
+      v.type = Json::String;
+      return Str(v.text);
+    }
+    if (Literal("true")) return v.type = Json::Bool, v.number = 1, true;
+    if (Literal("false")) return v.type = Json::Bool, v.number = 0, true;
+    if (Literal("null")) return v.type = Json::Null, true;
+    const std::size_t start = pos_;
+    while (pos_ < s_.size() && std::strchr("+-0123456789.eE", s_[pos_])) ++pos_;
+    v.type = Json::Number;
+    return pos_ > start && ParseDouble(s_.substr(start, pos_ - start), v.number);
+  }
+
+  std::string_view s_;
+  std::size_t pos_ = 0;
+};
+
+// The child node of a property node by name ("children" of the server's JSON).
+const Json* Child(const Json& node, std::string_view name) {
+  const Json* children = node.Member("children");
+  if (!children || children->type != Json::Array) return nullptr;
+  for (const Json& c : children->items) {
+    const Json* n = c.Member("name");
+    if (n && n->type == Json::String && n->text == name) return &c;
+  }
+  return nullptr;
+}
+
+double NumberAt(const Json& node, std::initializer_list<std::string_view> path, double otherwise = 0) {
+  const Json* at = &node;
+  for (std::string_view name : path)
+    if (!(at = Child(*at, name))) return otherwise;
+  const Json* v = at->Member("value");
+  if (!v) return otherwise;
+  if (v->type == Json::Number || v->type == Json::Bool) return v->number;
+  double d;
+  return v->type == Json::String && ParseDouble(v->text, d) ? d : otherwise;
+}
+
+std::string JsonQuote(std::string_view s) {
+  std::string out = "\"";
+  for (char c : s) {
+    if (c == '"' || c == '\\') out += '\\';
+    out += c;
+  }
+  return out + "\"";
+}
+
+std::string Num(double v) {
+  char b[32];
+  std::snprintf(b, sizeof b, "%.6f", v);
+  return b;
+}
+
+}  // namespace
+
+const std::vector<std::string>& FlightGearNodes() {
+  static const std::vector<std::string> nodes(std::begin(kNodes), std::end(kNodes));
+  return nodes;
+}
+
+bool ParseFlightGearLine(std::string_view line, AircraftState& s, double* elapsedSec) {
+  std::vector<std::string_view> f;
+  while (true) {
+    const auto comma = line.find(',');
+    f.push_back(line.substr(0, comma));
+    if (comma == std::string_view::npos || f.size() > kNodeCount) break;
+    line.remove_prefix(comma + 1);
+  }
+  if (f.size() != kNodeCount) return false;
+  double v[kNodeCount] = {};
+  for (std::size_t i = 0; i < kNodeCount; ++i)
+    if (i != kHeadingLock && i != kAltitudeLock && !ParseDouble(f[i], v[i])) return false;
+  AircraftState n = s;
+  n.Latitude = v[0], n.Longitude = v[1], n.AltitudeFt = v[2], n.GroundElevationFt = v[3];
+  n.TrueHeading = v[4], n.Pitch = v[5], n.Bank = v[6];
+  n.GroundSpeedKt = v[7], n.TasKt = v[8], n.IasKt = v[9], n.VerticalSpeedFpm = v[10] * 60;
+  n.OnGround = v[11] != 0, n.Paused = v[12] != 0;
+  n.UtcSeconds = v[13], n.LocalSeconds = v[14], n.FuelGallons = v[15];
+  n.WindSpeedKt = v[16], n.WindDirDeg = v[17], n.MagVarDeg = v[18];
+  n.TemperatureC = v[19], n.DewPointC = v[20], n.QnhHpa = v[21] * 33.8639, n.VisibilityMiles = v[22] / 1609.344;
+  n.Com1Mhz = static_cast<float>(v[23]), n.Nav1Mhz = static_cast<float>(v[24]), n.AdfKhz = static_cast<float>(v[25]);
+  n.HeadingBugDeg = std::fmod(std::fmod(v[26], 360.0) + 360.0, 360.0);
+  const std::string_view headingLock = f[kHeadingLock], altitudeLock = f[kAltitudeLock];
+  n.ApHeadingHold = headingLock.find("heading-hold") != std::string_view::npos;
+  n.ApAltitudeHold = altitudeLock.find("altitude-hold") != std::string_view::npos;
+  // FlightGear has no master switch: the autopilot is on while a lock is set.
+  n.ApMaster = !headingLock.empty() || !altitudeLock.empty();
+  n.ApAltitudeFt = v[29];
+  s = n;
+  if (elapsedSec) *elapsedSec = v[30];
+  return true;
+}
+
+bool ParseAiModels(std::string_view text, std::vector<TrafficEntry>& out) {
+  out.clear();
+  Json root;
+  if (!JsonReader(text).Parse(root) || root.type != Json::Object) return false;
+  const Json* children = root.Member("children");
+  if (!children || children->type != Json::Array) return true;  // no AI at all
+  std::uint32_t id = 0;
+  for (const Json& c : children->items) {
+    ++id;
+    const Json* name = c.Member("name");
+    if (!name || name->type != Json::String || (name->text != "aircraft" && name->text != "multiplayer")) continue;
+    if (NumberAt(c, {"valid"}, 1) == 0) continue;
+    if (!Child(c, "position")) continue;
+    TrafficEntry e;
+    e.Id = id;
+    e.Latitude = static_cast<float>(NumberAt(c, {"position", "latitude-deg"}));
+    e.Longitude = static_cast<float>(NumberAt(c, {"position", "longitude-deg"}));
+    e.Altitude = static_cast<float>(NumberAt(c, {"position", "altitude-ft"}));
+    double hdg = std::fmod(NumberAt(c, {"orientation", "true-heading-deg"}), 360.0);
+    if (hdg > 180) hdg -= 360;
+    if (hdg < -180) hdg += 360;
+    e.Heading = static_cast<std::int16_t>(std::lround(hdg / kTrafficHeadingFactor));
+    e.GroundSpeed = static_cast<std::uint16_t>(std::clamp(NumberAt(c, {"velocities", "true-airspeed-kt"}), 0.0, 65535.0));
+    if (const Json* cs = Child(c, "callsign"); cs && cs->Member("value") && cs->Member("value")->type == Json::String) {
+      const std::string& callsign = cs->Member("value")->text;
+      std::memcpy(e.AtcId.data(), callsign.data(), std::min<std::size_t>(callsign.size(), e.AtcId.size() - 1));
+    }
+    out.push_back(e);
+    if (out.size() >= kTrafficMaxCount) break;
+  }
+  return true;
+}
+
+int HttpExchange(std::string_view host, std::uint16_t port, std::string_view method, std::string_view path,
+                 std::string_view body, std::uint32_t timeoutMs, std::string& answer) {
+  answer.clear();
+  const NetDeadline deadline = DeadlineIn(timeoutMs);
+  int error = 0;
+  NetSocket s = TcpConnect(host, port, deadline, error);
+  if (!s.Valid()) return 0;
+  std::string request = std::string(method) + " " + std::string(path) + " HTTP/1.0\r\nHost: " + std::string(host) +
+                        "\r\nConnection: close\r\n";
+  if (!body.empty())
+    request += "Content-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) + "\r\n";
+  request += "\r\n";
+  request += body;
+  if (SendAll(s, request.data(), request.size(), deadline) != NetIo::Ok) return 0;
+  std::string raw;
+  char buffer[4096];
+  // HTTP/1.0 with "Connection: close": the answer ends when the server closes.
+  for (;;) {
+    std::size_t got = 0;
+    const NetIo io = RecvSome(s, buffer, sizeof buffer, deadline, got);
+    if (io == NetIo::Closed) break;
+    if (io != NetIo::Ok) return 0;
+    raw.append(buffer, got);
+    if (raw.size() > kHttpAnswerLimit) return 0;
+  }
+  const auto headEnd = raw.find("\r\n\r\n");
+  if (raw.rfind("HTTP/", 0) != 0 || headEnd == std::string::npos) return 0;
+  const auto space = raw.find(' ');
+  double status = 0;
+  if (space == std::string::npos || !ParseDouble(std::string_view(raw).substr(space + 1, 3), status)) return 0;
+  answer = raw.substr(headEnd + 4);
+  return static_cast<int>(status);
+}
+
+FlightGearAdapter::FlightGearAdapter(std::string host, std::uint16_t udpPort, std::uint16_t httpPort)
+    : host_(std::move(host)), udpPort_(udpPort), httpPort_(httpPort) {}
+
+FlightGearAdapter::~FlightGearAdapter() { Stop(); }
+
+bool FlightGearAdapter::Open(std::string& error) {
+  // FlightGear sends to us: listen where it was told to send.
+  const bool local = host_ == "127.0.0.1" || host_ == "localhost";
+  socket_ = UdpBind(local ? "127.0.0.1" : "0.0.0.0", udpPort_, error);
+  return socket_.Valid();
+}
+
+void FlightGearAdapter::Receive(std::uint32_t waitMs) {
+  char buffer[4096];
+  AircraftState state;
+  bool changed = false;
+  for (long n = UdpRecvFrom(socket_, buffer, sizeof buffer - 1, waitMs); n > 0;
+       n = UdpRecvFrom(socket_, buffer, sizeof buffer - 1, 0)) {
+    // A datagram holds one or more lines; the last whole one counts.
+    std::string_view text(buffer, static_cast<std::size_t>(n));
+    bool took = false;
+    while (!text.empty()) {
+      const auto nl = text.find('\n');
+      const std::string_view line = text.substr(0, nl);
+      double elapsed = 0;
+      if (!line.empty() && ParseFlightGearLine(line, state, &elapsed)) {
+        took = true;
+        lastElapsed_ = elapsed;
+      }
+      if (nl == std::string_view::npos) break;
+      text.remove_prefix(nl + 1);
+    }
+    if (took) {
+      Took();
+      changed = true;
+    } else {
+      Refused();
+    }
+  }
+  if (changed) {
+    std::lock_guard<std::mutex> lock(ImageLock());
+    PutAircraftState(AdapterImageRef(), state);
+  }
+  if (std::chrono::steady_clock::now() >= nextTraffic_ && SilenceMs() < kSilenceMs) PollTraffic();
+}
+
+void FlightGearAdapter::PollTraffic() {
+  nextTraffic_ = std::chrono::steady_clock::now() + kTrafficEvery;
+  std::string body;
+  if (HttpExchange(host_, httpPort_, "GET", "/json/ai/models?d=4", "", kHttpTimeoutMs, body) != 200) return;
+  std::vector<TrafficEntry> traffic;
+  if (!ParseAiModels(body, traffic)) return;
+  std::vector<TrafficEntry> air, ground;
+  for (const TrafficEntry& e : traffic) (e.GroundSpeed < 40 ? ground : air).push_back(e);
+  const std::vector<TrafficExtEntry> airExt(air.size()), groundExt(ground.size());
+  std::lock_guard<std::mutex> lock(ImageLock());
+  PutTrafficTable(AdapterImageRef(), true, air, airExt);
+  PutTrafficTable(AdapterImageRef(), false, ground, groundExt);
+}
+
+void FlightGearAdapter::SetProperty(const std::string& path, const std::string& jsonValue) {
+  std::string ignored;
+  HttpExchange(host_, httpPort_, "POST", "/json" + path, "{\"value\":" + jsonValue + "}", kHttpTimeoutMs, ignored);
+}
+
+void FlightGearAdapter::Forward(const std::vector<SimCommand>& commands) {
+  for (const SimCommand& c : commands) {
+    switch (c.kind) {
+      case SimCommand::HeadingBug: SetProperty("/autopilot/settings/heading-bug-deg", Num(c.a)); break;
+      case SimCommand::ApHeadingHold:
+        SetProperty("/autopilot/locks/heading", JsonQuote(c.a ? "dg-heading-hold" : ""));
+        break;
+      case SimCommand::ApMaster:
+        if (!c.a) {
+          SetProperty("/autopilot/locks/heading", JsonQuote(""));
+          SetProperty("/autopilot/locks/altitude", JsonQuote(""));
+        }
+        break;
+      case SimCommand::Com1: SetProperty("/instrumentation/comm/frequencies/selected-mhz", Num(c.a)); break;
+      case SimCommand::Nav1: SetProperty("/instrumentation/nav/frequencies/selected-mhz", Num(c.a)); break;
+      case SimCommand::Adf: SetProperty("/instrumentation/adf/frequencies/selected-khz", Num(c.a)); break;
+      case SimCommand::Position:
+        SetProperty("/position/latitude-deg", Num(c.a));
+        SetProperty("/position/longitude-deg", Num(c.b));
+        break;
+    }
+  }
+}
+
+}  // namespace orv
