@@ -8,7 +8,7 @@
 #include "core/Settings.h"
 #include "map/MainMenu.h"
 #include "simlink/ImagePartner.h"
-#include "simlink/SimSource.h"
+#include "simlink/SimulatorChoice.h"
 
 namespace orv {
 
@@ -199,7 +199,7 @@ bool MainWindowController::OpenLink() {
     sim.Platform = std::make_unique<BuiltinPartner>(*sim.Image);
   } else {
     std::string error;
-    sim.Platform = OpenSimSource(sim.Source, error);
+    sim.Platform = OpenSimulator(sim.Source, error);
     if (!sim.Platform) {
       ui_.MsgBox(std::string(kUnableToConnect) + ": " + error);
       return false;
