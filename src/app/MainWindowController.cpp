@@ -8,6 +8,7 @@
 #include "core/Settings.h"
 #include "map/MainMenu.h"
 #include "simlink/ImagePartner.h"
+#include "simlink/LiveDraw.h"
 #include "simlink/SimulatorChoice.h"
 
 namespace orv {
@@ -221,6 +222,7 @@ void MainWindowController::ConnectClick() {
   sim.Live->MenuLocalClick();
   if (!wasConnected && sim.Connected() && sim.Builtin && s_.Plan.LastRow >= 1)
     sim.Builtin->Fly(RouteFromPlan(s_.Plan, s_.Db.Airports.Airports));
+  s_.Overlays.Sim = LiveMapState(*sim.Live);
   sim.LastStepMs = clock_.TickMs();
   view_.SyncChecks();
 }
@@ -295,6 +297,7 @@ void MainWindowController::OnTimer(TimerId id) {
       if (!sim.Live) break;
       StepBuiltin();
       sim.Live->TmGpsTick();
+      s_.Overlays.Sim = LiveMapState(*sim.Live);
       gps_.Update();
       break;
     case TimerId::AutoPilot:

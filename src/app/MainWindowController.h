@@ -10,6 +10,7 @@
 
 #include "app/GpsWindow.h"
 #include "app/PlanCommands.h"
+#include "app/ProgramLayers.h"
 #include "app/ProgramState.h"
 #include "core/Clock.h"
 #include "core/Timers.h"
@@ -130,6 +131,7 @@ private:
   MapGeodesy geo_;
   std::unique_ptr<LinkHost> linkHost_;
   std::unique_ptr<DownloadLink> downloadLink_;
+  ProgramLayers layers_{s_, clock_};
   GpsWindowLogic gps_{s_, view_};
 };
 

@@ -12,6 +12,7 @@
 #include "core/AppState.h"
 #include "database/NavDatabase.h"
 #include "map/MainWindowLogic.h"
+#include "map/MapLayer.h"
 #include "map/RenderPass.h"
 #include "map/Viewport.h"
 #include "planning/Aircraft.h"
@@ -38,6 +39,7 @@ struct ProgramState {
   WindowToggles Window;     // the main window's other toggles
   MapHighlight Highlight;   // the object the hover or a search picked
   MapOverlays Overlays;     // inputs of the live layers
+  MapLayerRegistry Registry;  // the program's own layers in the render pass
 
   SimSession Sim;
   OnlineSession Online;

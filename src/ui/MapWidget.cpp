@@ -69,7 +69,7 @@ void MapWidget::PrepareSurface() {
 
 void MapWidget::Redraw() {
   EnsureTargets();
-  MapScene scene{src_.View, src_.Colours, src_.Layers, src_.Db, src_.Plan};
+  MapScene scene{src_.View, src_.Colours, src_.Layers, src_.Db, src_.Plan, {}, src_.Overlays, src_.Registry};
   renderer_.DrawMap(scene, *map_, back_.get());
   // Every pass writes MapStatus(2) and MapStatus(3), whatever asked for it
   // (the first paint, a resize or a redraw of the window).

@@ -25,6 +25,8 @@ struct MapSources {
   const MapLayers& Layers;
   const NavDatabase& Db;
   const FlightPlan& Plan;
+  const MapOverlays* Overlays = nullptr;
+  const MapLayerRegistry* Registry = nullptr;
 };
 
 class MapWidget : public QWidget {

@@ -78,7 +78,8 @@ MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& ti
   // The surface, the panels and the menus first; the controller's load then
   // sets the toggles from the settings, the view and the zoom label, and
   // MapReady at the very end.
-  map_ = new MapWidget(MapSources{s_.View, s_.Core.Config, s_.Layers, s_.Db, s_.Plan}, fonts_, &w_);
+  map_ = new MapWidget(
+      MapSources{s_.View, s_.Core.Config, s_.Layers, s_.Db, s_.Plan, &s_.Overlays, &s_.Registry}, fonts_, &w_);
   w_.setCentralWidget(map_);
   BuildToggleBar();
   BuildStatusLine();

@@ -1,0 +1,62 @@
+#include "app/ProgramLayers.h"
+
+#include "online/OnlineDraw.h"
+#include "simlink/LiveDraw.h"
+
+namespace orv {
+
+ProgramLayers::ProgramLayers(ProgramState& s, const Clock& clock) : s_(s), clock_(clock) {
+  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_}) s_.Registry.Add(l->Place, *l);
+}
+
+ProgramLayers::~ProgramLayers() {
+  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_}) s_.Registry.Remove(*l);
+}
+
+void ProgramLayers::Layer::Draw(const LayerContext& context, DrawTarget& target) {
+  Owner.DrawAt(Place, context, target);
+}
+
+void ProgramLayers::DrawAt(MapLayerPlace place, const LayerContext& c, DrawTarget& t) {
+  const OnlineSession& o = s_.Online;
+  switch (place) {
+    case MapLayerPlace::OnlineFirs:
+      if (o.ShowControllers && o.Data.Network != OnlineNetwork::None)
+        DrawOnlineSectors(t, c.View, o.Data.Network == OnlineNetwork::Ivao ? o.IvaoSectors : o.VatsimSectors,
+                          OnlineStyleFromSettings(c.Colours));
+      break;
+    case MapLayerPlace::Tracks: {
+      // Validity is judged against the simulator's UTC when linked, else the
+      // computer's.
+      const DateTime utc = clock_.NowUtc();
+      const int32_t hhmm = s_.Sim.Connected() ? static_cast<int32_t>(s_.Sim.Live->Snap.UtcMinutes / 60) * 100 +
+                                                    static_cast<int32_t>(s_.Sim.Live->Snap.UtcMinutes) % 60
+                                              : utc.hour * 100 + utc.minute;
+      if (o.ShowNat) DrawTracks(t, c.View, o.NatTracks, c.Colours.Jet, c.Label, hhmm);
+      if (o.ShowPacific) DrawTracks(t, c.View, o.PacificTracks, c.Colours.Jet, c.Label, hhmm);
+      break;
+    }
+    case MapLayerPlace::Weather:
+      if (o.ShowWeather) DrawWeatherSymbols(t, c.View, o.Metar, c.Label);
+      break;
+    case MapLayerPlace::Online: {
+      if (o.Data.Network == OnlineNetwork::None) break;
+      const OnlineDrawStyle style = OnlineStyleFromSettings(c.Colours);
+      if (o.ShowControllers) DrawOnlineStations(t, c.View, o.Data, style, c.Label);
+      if (o.ShowPilots) DrawOnlinePilots(t, c.View, o.Data, style, c.Label);
+      break;
+    }
+    case MapLayerPlace::Aircraft:
+      if (s_.Sim.Connected() && s_.Sim.Live->State().TrackingActive) {
+        LiveOverlay overlay = LiveOverlayOf(*s_.Sim.Live);
+        overlay.AircraftColour = c.Colours.MovAc;
+        overlay.RouteColour = c.Colours.Route;
+        overlay.WindColour = c.Colours.Wind;
+        DrawLiveOverlay(t, c.View, s_.Plan, overlay);
+      }
+      break;
+    default: break;
+  }
+}
+
+}  // namespace orv
