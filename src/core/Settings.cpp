@@ -39,7 +39,7 @@ struct KeyDef {
 };
 
 // Every key of orv.ini, in the order the file is written.
-const std::array<KeyDef, 84> kKeys = {{
+const std::array<KeyDef, 85> kKeys = {{
     {"MAPWIN", KeyType::Byte, &Settings::MapWin, 0, {}},
     {"SCALE", KeyType::Int16, &Settings::Scale, 6, {}},
     {"AIRCRAFT", KeyType::Int16, &Settings::Aircraft, 12, {}},
