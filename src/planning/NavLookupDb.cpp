@@ -120,12 +120,12 @@ void NavLookupDb::FindByIdent(std::string_view ident, std::vector<WaypointRec>& 
 int NavLookupDb::FindAirport(std::string_view icao) const { return FindAirportByIcao(db_.Airports, icao); }
 
 int NavLookupDb::FindAirportLast(std::string_view icao) const {
-  std::string key = Key(icao);
-  if (key.empty()) return -1;
-  // Entries of one code are sorted by slot: the last of them is the last match.
-  auto it = std::upper_bound(airports_.begin(), airports_.end(), key,
-                             [](const std::string& k, const AirportEntry& e) { return k < e.Icao; });
-  return it != airports_.begin() && std::prev(it)->Icao == key ? std::prev(it)->Index : -1;
+  const std::string_view code = TrimView(icao);
+  if (code.empty()) return -1;
+  const auto& airports = db_.Airports.Airports;
+  for (std::size_t i = airports.size(); i-- > 0;)
+    if (SameTextNoCase(airports[i].Icao.Trimmed(), code)) return static_cast<int>(i);
+  return -1;
 }
 
 // ---------------------------------------------------------------- airports

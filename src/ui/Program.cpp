@@ -12,6 +12,7 @@
 #include "app/PlanCommands.h"
 #include "app/ProgramLoad.h"
 #include "ui/AircraftDialog.h"
+#include "ui/DemoScript.h"
 #include "ui/AirportSelectWindow.h"
 #include "ui/FuelWindow.h"
 #include "ui/GpsWindow.h"
@@ -165,6 +166,8 @@ void Program::ShowFirstWindow() {
     main_->show();
   // The map opens behind the airport selection, which stays on top of it.
   if (firstWindow_ == "OVRLL") OpenAirportSelection();
+  if (const char* script = std::getenv("ORV_SCRIPT"); script && *script)
+    RunScript(ParseScript(script), state_, controller);
 }
 
 void Program::OpenWindow(std::string_view name) {
