@@ -10,8 +10,6 @@ namespace orv {
 
 namespace {
 
-constexpr double kDegToRad = 3.14159265 / 180.0;
-
 // Callsigns of the pilots are written below this label: at 300 NM and more
 // a busy evening's callsigns would cover the chart.
 constexpr int32_t kPilotLabelLimit = 300;
