@@ -30,7 +30,7 @@ constexpr Command kCommands[] = {
     {"magvar", "magvar LAT LON", CmdMagvar},
     {"render",
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
-     "[--round-world] --out FILE.png|FILE.svg|FILE.pdf",
+     "[--round-world] [--online ivao|vatsim] [--weather] [--tracks nat|pacific|both] --out FILE.png|FILE.svg|FILE.pdf",
      CmdRender},
     {"simlink",
      "simlink [--sim SOURCE] status | set com1|nav1|adf|heading-bug|ap-master|ap-heading-hold|position VALUE...",

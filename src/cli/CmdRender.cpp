@@ -17,6 +17,9 @@
 #include "cli/CliGui.h"
 #include "cli/CliUi.h"
 #include "app/PlanCommands.h"
+#include "app/ProgramLayers.h"
+#include "cli/CliPlan.h"
+#include "core/Clock.h"
 #include "app/ProgramState.h"
 #include "core/Runtime.h"
 #include "map/RecordingTarget.h"
@@ -38,6 +41,9 @@ struct RenderOptions {
   std::string layers;
   bool roundWorld = false;
   std::string out;
+  std::string online;    // ivao or vatsim: the folder's network file
+  bool weather = false;  // the folder's METAR reports
+  std::string tracks;    // nat, pacific or both: the folder's track pages
 };
 
 bool ParseNumber(std::string_view text, double& value) {
@@ -135,6 +141,20 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
       if (!value(o.layers)) return 2;
     } else if (a == "--round-world") {
       o.roundWorld = true;
+    } else if (a == "--online") {
+      if (!value(o.online)) return 2;
+      if (o.online != "ivao" && o.online != "vatsim") {
+        err << "render: --online takes ivao or vatsim\n";
+        return 2;
+      }
+    } else if (a == "--weather") {
+      o.weather = true;
+    } else if (a == "--tracks") {
+      if (!value(o.tracks)) return 2;
+      if (o.tracks != "nat" && o.tracks != "pacific" && o.tracks != "both") {
+        err << "render: --tracks takes nat, pacific or both\n";
+        return 2;
+      }
     } else if (a == "--out") {
       if (!value(o.out)) return 2;
     } else {
@@ -182,6 +202,28 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
   view.CntrLat = view.CurrentLat = static_cast<float>(lat);
   view.CntrLon = view.CurrentLon = static_cast<float>(lon);
 
+  // The online, weather and track layers, read from the folder's files as
+  // their menu entries read them; a file that cannot be read says why.
+  SystemClock clock;
+  ProgramLayers programLayers(s, clock);
+  {
+    MessageUi msg(out, err);
+    OnlineSession& on = s.Online;
+    if (!o.online.empty()) {
+      const OnlineNetwork net = o.online == "ivao" ? OnlineNetwork::Ivao : OnlineNetwork::Vatsim;
+      on.Finder = std::make_unique<AirportFinder>(&s.Db.Airports);
+      std::string caption;
+      if (!ParseOnlineFile(s.Core.Folder, net, *on.Finder, on.SectorsOf(net), on.Data, msg, caption)) return 1;
+      on.ShowControllers = on.ShowPilots = true;
+    }
+    if (o.weather && !(on.ShowWeather = LoadMetar(s.Core.Folder, msg, on.Metar))) return 1;
+    if ((o.tracks == "nat" || o.tracks == "both") && !(on.ShowNat = ParseNatTracks(s.Core.Folder, &s.Db, msg, on.NatTracks)))
+      return 1;
+    if ((o.tracks == "pacific" || o.tracks == "both") &&
+        !(on.ShowPacific = ParsePacificTracks(s.Core.Folder, &s.Db, msg, on.PacificTracks)))
+      return 1;
+  }
+
   std::unique_ptr<QGuiApplication> app = EnsureGuiApplication();
   QtFontSet fonts;
   MapRenderer renderer;
@@ -192,18 +234,18 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
     // The view of a window of --size pixels, printed.
     RecordingTarget window(o.width, o.height);
     PrepareMapPicture(window, view, zoom);
-    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};
+    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan, {}, &s.Overlays, &s.Registry};
     ok = WriteMapPdf(o.out, fonts, scene, renderer, &why) > 0;
   } else if (svg) {
     SvgPicture picture(fonts, o.width, o.height, QStringLiteral("Orvanta map"));
     PrepareMapPicture(picture.Target(), view, zoom);
-    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};
+    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan, {}, &s.Overlays, &s.Registry};
     renderer.DrawMap(scene, picture.Target());
     ok = picture.Save(o.out, &why);
   } else {
     QPainterTarget target(fonts, o.width, o.height);
     PrepareMapPicture(target, view, zoom);
-    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan};
+    MapScene scene{view, s.Core.Config, layers, s.Db, s.Plan, {}, &s.Overlays, &s.Registry};
     renderer.DrawMap(scene, target);
     ok = target.SavePng(o.out);
     if (!ok) why = "cannot write the file";

@@ -60,9 +60,9 @@ void GpsWindow::RefreshButtons() {
 void GpsWindow::SetLine(int y, std::string_view text, Colour colour) {
   Line& line = lines_[y];
   const QString t = ToQt(text);
-  if (line.Text == t && line.Colour == colour) return;
+  if (line.Text == t && line.Ink == colour) return;
   line.Text = t;
-  line.Colour = colour;
+  line.Ink = colour;
   update(display_->geometry());
 }
 
@@ -81,7 +81,7 @@ void GpsWindow::paintEvent(QPaintEvent* event) {
   font.setBold(true);
   p.setFont(font);
   for (const auto& [y, line] : lines_) {
-    p.setPen(ToQColor(line.Colour));
+    p.setPen(ToQColor(line.Ink));
     p.drawText(r.left() + 4, r.top() + y + 12, line.Text);
   }
 }

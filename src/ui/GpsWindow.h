@@ -35,7 +35,7 @@ protected:
 private:
   struct Line {
     QString Text;
-    Colour Colour = 65280;
+    Colour Ink = 65280;
   };
   GpsWindowLogic& logic_;
   std::map<int, Line> lines_;
