@@ -132,7 +132,7 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
     if (w.Menu == name) return true;
   for (const PlanEntry& p : kPlanEntries)
     if (p.Menu == name) return true;
-  return IsOnlineMenu(name);
+  return IsOnlineMenu(name) || IsPlanFileMenu(name);
 }
 
 bool MainWindowController::Menu(std::string_view name) {
@@ -161,6 +161,7 @@ bool MainWindowController::Menu(std::string_view name) {
     return true;
   }
   if (OnlineMenu(name)) return true;
+  if (PlanFileMenu(name)) return true;
   if (name == "MenuLocal") {
     ConnectClick();
     return true;

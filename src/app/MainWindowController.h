@@ -59,6 +59,7 @@ public:
   // A menu entry's check mark set by the core (the online switches).
   virtual void SetMenuChecked(std::string_view name, bool on) {}
   virtual void SetMenuCaption(std::string_view name, std::string_view caption) {}
+  virtual void SetMenuEnabled(std::string_view name, bool on) {}
 };
 
 class MainWindowController {
@@ -102,6 +103,17 @@ public:
   // it when connected. With the built-in simulator and a plan in memory the
   // simulated aircraft takes off from the departure runway and flies it.
   void ConnectClick();
+
+  // The plan file menus: open, save, save as (the SaveRoute window), the
+  // stored SID and STAR rows, printing (the print windows). False for an
+  // entry that is not one of them.
+  bool PlanFileMenu(std::string_view name);
+  static bool IsPlanFileMenu(std::string_view name);
+  // The Save As window's save button.
+  bool SaveRouteClick();
+  // The folder plans are opened from and saved to: FPPATH10 or FPPATH09 by
+  // the simulator, else the program's FSplan folder.
+  std::string PlanFolder() const;
 
   // The online menus: downloads, the networks, weather and tracks. False
   // for an entry that is not one of them.

@@ -17,6 +17,7 @@
 #include "map/Viewport.h"
 #include "planning/Aircraft.h"
 #include "planning/FlightPlan.h"
+#include "planning/SaveRoute.h"
 #include "planning/WPTable.h"
 
 namespace orv {
@@ -33,6 +34,8 @@ struct ProgramState {
 
   FlightPlan Plan;          // the one plan in memory
   PlanPanel Panel;          // its table and totals on the main window
+  PlanFileState Files;      // the file the plan came from or went to last
+  SaveRoute SaveRouteForm;  // the Save As window's controls
 
   ViewState View;           // centre, zoom, projection
   MapLayers Layers;         // the map's toggles

@@ -144,6 +144,10 @@ void MapWindow::SetMenuCaption(std::string_view name, std::string_view caption) 
   if (QAction* a = w_.Action(std::string(name))) a->setText(ToQt(caption));
 }
 
+void MapWindow::SetMenuEnabled(std::string_view name, bool on) {
+  if (QAction* a = w_.Action(std::string(name))) a->setEnabled(on);
+}
+
 void MapWindow::BuildStatusLine() {
   QStatusBar* bar = w_.statusBar();
   downloadLabel_ = new QLabel("Downloading file from Server: ", bar);

@@ -77,6 +77,7 @@ public:
   UiThread* InterfaceThread() override { return &uiThread_; }
   void SetMenuChecked(std::string_view name, bool on) override;
   void SetMenuCaption(std::string_view name, std::string_view caption) override;
+  void SetMenuEnabled(std::string_view name, bool on) override;
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

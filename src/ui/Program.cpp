@@ -17,6 +17,7 @@
 #include "ui/FuelWindow.h"
 #include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
+#include "ui/PlanFileDialogs.h"
 #include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
@@ -191,6 +192,14 @@ void Program::OpenWindow(std::string_view name) {
     helpWindow_->raise();
   } else if (name == "frmAbout") {
     ShowAbout(main_.get());
+  } else if (name == "SaveRoute") {
+    if (!saveRoute_) saveRoute_ = std::make_unique<SaveRouteDialog>(state_, mapWindow_->Controller(), main_.get());
+    saveRoute_->Refresh();
+    saveRoute_->open();
+  } else if (name == "PrintFP") {
+    PrintPlanPapers(state_, printFonts_, ui_, main_.get());
+  } else if (name == "PrintMap") {
+    PrintMapView(state_, printFonts_, main_.get());
   }
 }
 

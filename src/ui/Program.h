@@ -11,6 +11,7 @@
 #include "database/FrmFind.h"
 #include "database/FrmUser.h"
 #include "database/OvrLL.h"
+#include "mapqt/QtFontSet.h"
 #include "ui/QtTimers.h"
 #include "ui/QtUi.h"
 
@@ -20,6 +21,7 @@ class AircraftDialog;
 class AirportSelectWindow;
 class FuelDialog;
 class GpsWindow;
+class SaveRouteDialog;
 class HelpWindow;
 class FindWindow;
 class MainWindow;
@@ -77,6 +79,8 @@ private:
   std::unique_ptr<AircraftDialog> aircraftWindow_;
   std::unique_ptr<HelpWindow> helpWindow_;
   std::unique_ptr<GpsWindow> gpsWindow_;
+  std::unique_ptr<SaveRouteDialog> saveRoute_;
+  QtFontSet printFonts_;
 };
 
 // Where the program's data folder is: --appdir DIR on the command line; else
