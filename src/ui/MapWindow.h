@@ -17,6 +17,7 @@
 class QAction;
 class QDockWidget;
 class QLabel;
+class QProgressBar;
 class QTableView;
 class QToolBar;
 
@@ -98,7 +99,7 @@ private:
   ProgramState& s_;
   QtUiThread uiThread_;
   QLabel* downloadLabel_ = nullptr;  // lblDownLoad
-  class QProgressBar* showBar_ = nullptr;  // ShowBar
+  QProgressBar* showBar_ = nullptr;        // ShowBar
   MainWindowController controller_;
   QtFontSet fonts_;
   MapWidget* map_ = nullptr;
