@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Runtime.h"
 #include "core/Settings.h"
 #include "map/MainMenu.h"
 #include "simlink/ImagePartner.h"
@@ -126,7 +127,7 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
   if (e->kind == MenuKind::Heading) return true;
   if (e->kind == MenuKind::Toggle && IsWindowToggle(name)) return true;
   if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit" || name == "MenuLocal" ||
-      name == "MenuGPSWindow")
+      name == "MenuGPSWindow" || name == "MenuSimSource")
     return true;
   for (const WindowEntry& w : kWindowEntries)
     if (w.Menu == name) return true;
@@ -164,6 +165,26 @@ bool MainWindowController::Menu(std::string_view name) {
   if (PlanFileMenu(name)) return true;
   if (name == "MenuLocal") {
     ConnectClick();
+    return true;
+  }
+  if (name == "MenuSimSource") {
+    // The source is asked as text: builtin, fsuipc, bridge:HOST:PORT,
+    // flightgear[:UDP[:HTTP[:HOST]]] or xplane[:HOST[:PORT]].
+    std::string source = s_.Core.Config.SimSource.empty() ? std::string(kBuiltinSource) : s_.Core.Config.SimSource;
+    if (ui_.AskText("Simulator (builtin, fsuipc, bridge:HOST:PORT, flightgear, xplane:HOST):", "Simulator", source) &&
+        !Trim(source).empty()) {
+      s_.Core.Config.SimSource = Trim(source);
+      if (!s_.Sim.Connected()) {
+        // The next Connect to FS opens the new source.
+        s_.Sim.Autopilot.reset();
+        s_.Sim.Live.reset();
+        s_.Sim.Geo.reset();
+        s_.Sim.Channel.reset();
+        s_.Sim.Platform.reset();
+        s_.Sim.Builtin.reset();
+        s_.Sim.Image.reset();
+      }
+    }
     return true;
   }
   if (name == "MenuGPSWindow") {

@@ -83,6 +83,8 @@ constexpr MenuEntry kEntries[] = {
     {"MenuLocal", "MenuGPS", "&Connect to FS", K::Toggle, ""},
     {"MenuGPSWindow", "MenuGPS", "&GPS Window", K::Toggle, ""},
     {"MenuAi", "MenuGPS", "AI &Traffic", K::Toggle, "btnAI"},
+    // Which simulator Connect to FS links to (SIMSOURCE=).
+    {"MenuSimSource", "MenuGPS", "&Simulator...", K::Command, ""},
     {"menuAIInfo", "MenuGPS", "AI &Info Airborne", K::Heading, ""},
     {"menuAIATCID", "menuAIInfo", "&ATC ID", K::Toggle, ""},
     {"menuAISpeedAlt", "menuAIInfo", "&Speed/Altitude", K::Toggle, ""},
