@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "core/TextFormats.h"
 
 namespace orv {
@@ -69,24 +71,16 @@ TEST(MinutesToHours, HoursAndMinutes) {
 }
 
 TEST(RunwayOpposite, NumbersSidesAndCompassWords) {
-  EXPECT_EQ(RunwayOpposite("09L"), "27R");
-  EXPECT_EQ(RunwayOpposite("27R"), "09L");
-  EXPECT_EQ(RunwayOpposite("35R"), "17L");
-  EXPECT_EQ(RunwayOpposite("01C"), "19C");
-  EXPECT_EQ(RunwayOpposite("19C"), "01C");
-  EXPECT_EQ(RunwayOpposite("36"), "18");
-  EXPECT_EQ(RunwayOpposite("18"), "36");
+  // Each pair both ways, then the eight compass words.
+  for (auto [one, other] : {std::pair{"09L", "27R"}, {"35R", "17L"}, {"01C", "19C"}, {"36", "18"}}) {
+    EXPECT_EQ(RunwayOpposite(one), other);
+    EXPECT_EQ(RunwayOpposite(other), one);
+  }
   EXPECT_EQ(RunwayOpposite("19"), "01");
   EXPECT_EQ(RunwayOpposite("9"), "27");
   EXPECT_EQ(RunwayOpposite("04W"), "22");  // any other last letter is no side
-  EXPECT_EQ(RunwayOpposite("N"), "S");
-  EXPECT_EQ(RunwayOpposite("NE"), "SW");
-  EXPECT_EQ(RunwayOpposite("E"), "W");
-  EXPECT_EQ(RunwayOpposite("SE"), "NW");
-  EXPECT_EQ(RunwayOpposite("S"), "N");
-  EXPECT_EQ(RunwayOpposite("SW"), "NE");
-  EXPECT_EQ(RunwayOpposite("W"), "E");
-  EXPECT_EQ(RunwayOpposite("NW"), "SE");
+  const char* compass[] = {"N", "NE", "E", "SE", "S", "SW", "W", "NW"};
+  for (int i = 0; i < 8; ++i) EXPECT_EQ(RunwayOpposite(compass[i]), compass[(i + 4) % 8]) << compass[i];
   EXPECT_EQ(RunwayOpposite("NWL"), "SER");
   EXPECT_EQ(RunwayOpposite(" 09L "), "27R");
   EXPECT_EQ(RunwayOpposite("00H"), "00H");  // a helipad has no other end

@@ -13,6 +13,14 @@ std::optional<std::string> Region(const std::vector<uint8_t>& b, AirportTables& 
   return ParseRegionFile(b.data(), b.size(), t);
 }
 
+// A file of its count and then the given texts, each blank-padded to its width.
+std::vector<uint8_t> File(int32_t count, std::initializer_list<std::pair<std::string_view, std::size_t>> fields) {
+  ByteWriter w;
+  w.I32(count);
+  for (const auto& [text, width] : fields) w.Text(text, width);
+  return std::move(w.bytes);
+}
+
 TEST(RegionFile, HandBuiltRecordsAreTrimmedAndNulRecordsTakeNoSlot) {
   ByteWriter w;
   w.I32(3);
@@ -33,12 +41,8 @@ TEST(RegionFile, HandBuiltRecordsAreTrimmedAndNulRecordsTakeNoSlot) {
 }
 
 TEST(RegionFile, ANulInsideANameEndsIt) {
-  ByteWriter w;
-  w.I32(1);
-  w.Raw(std::string("Oceania\0xx", 10));
-  w.Text("", 20);
   AirportTables t;
-  ASSERT_EQ(Region(w.bytes, t), std::nullopt);
+  ASSERT_EQ(Region(File(1, {{std::string_view("Oceania\0xx", 10), 10}, {"", 20}}), t), std::nullopt);
   EXPECT_EQ(t.Regions[0], "Oceania");
 }
 
@@ -46,13 +50,10 @@ TEST(HierarchyFiles, FieldsSitAtTheirColumns) {
   // Names that fill their whole field: a column read one byte off shows.
   const std::string name40(40, 'C');
   {
-    ByteWriter w;
-    w.I32(1);
-    w.Text(name40, 40);
-    w.Text("South America", 30);
-    ASSERT_EQ(w.bytes.size(), 4u + 70);
+    const auto b = File(1, {{name40, 40}, {"South America", 30}});
+    ASSERT_EQ(b.size(), 4u + 70);
     AirportTables t;
-    ASSERT_EQ(ParseCountryFile(w.bytes.data(), w.bytes.size(), t), std::nullopt);
+    ASSERT_EQ(ParseCountryFile(b.data(), b.size(), t), std::nullopt);
     ASSERT_EQ(t.Countries.size(), 4u);  // indexes 0..Count+2
     EXPECT_EQ(t.CountryCount, 1);
     EXPECT_EQ(t.Countries[0].Name, name40);
@@ -60,33 +61,25 @@ TEST(HierarchyFiles, FieldsSitAtTheirColumns) {
     EXPECT_EQ(t.Countries[1].Name, "");
   }
   {
-    ByteWriter w;
-    w.I32(1);
-    w.Text(name40, 40);
-    w.Text("Brazil", 40);
-    ASSERT_EQ(w.bytes.size(), 4u + 80);
+    const auto b = File(1, {{name40, 40}, {"Brazil", 40}});
+    ASSERT_EQ(b.size(), 4u + 80);
     AirportTables t;
-    ASSERT_EQ(ParseStateFile(w.bytes.data(), w.bytes.size(), t), std::nullopt);
+    ASSERT_EQ(ParseStateFile(b.data(), b.size(), t), std::nullopt);
     ASSERT_EQ(t.States.size(), 4u);
     EXPECT_EQ(t.States[0].Name, name40);
     EXPECT_EQ(t.States[0].Country, "Brazil");
   }
   {
-    ByteWriter w;
-    w.I32(2);
-    w.Text(name40, 40);
-    w.Text(std::string(40, 'S'), 40);
-    w.Text("Germany", 40);
-    w.Text("S\xE3o Paulo", 40);  // 8-bit text is kept as bytes
-    w.Text("SP", 40);
-    w.Text("Brazil", 40);
-    ASSERT_EQ(w.bytes.size(), 4u + 240);
+    const std::string name40S(40, 'S');
+    // 8-bit text is kept as bytes.
+    const auto b = File(2, {{name40, 40}, {name40S, 40}, {"Germany", 40}, {"S\xE3o Paulo", 40}, {"SP", 40}, {"Brazil", 40}});
+    ASSERT_EQ(b.size(), 4u + 240);
     AirportTables t;
-    ASSERT_EQ(ParseCityFile(w.bytes.data(), w.bytes.size(), t), std::nullopt);
+    ASSERT_EQ(ParseCityFile(b.data(), b.size(), t), std::nullopt);
     ASSERT_EQ(t.Cities.size(), 5u);
     EXPECT_EQ(t.CityCount, 2);
     EXPECT_EQ(t.Cities[0].Name, name40);
-    EXPECT_EQ(t.Cities[0].State, std::string(40, 'S'));
+    EXPECT_EQ(t.Cities[0].State, name40S);
     EXPECT_EQ(t.Cities[0].Country, "Germany");
     EXPECT_EQ(t.Cities[1].Name, "S\xE3o Paulo");
     EXPECT_EQ(t.Cities[1].State, "SP");
@@ -163,35 +156,18 @@ TEST(HierarchyFiles, BadInputNamesFileRecordAndByte) {
   std::vector<uint8_t> shortFile = {1, 0};
   EXPECT_EQ(Region(shortFile, t), "region.orv: record 0 at byte 0: the file is too short to hold its count");
 
-  ByteWriter negative;
-  negative.I32(-2);
-  EXPECT_EQ(Region(negative.bytes, t), "region.orv: record 0 at byte 0: count -2 is negative");
-
-  ByteWriter tooMany;
-  tooMany.I32(2000000000);
-  tooMany.Text("Europe", 30);
-  EXPECT_EQ(Region(tooMany.bytes, t),
+  const auto negative = File(-2, {});
+  EXPECT_EQ(Region(negative, t), "region.orv: record 0 at byte 0: count -2 is negative");
+  EXPECT_EQ(Region(File(2000000000, {{"Europe", 30}}), t),
             "region.orv: record 0 at byte 0: count 2000000000 runs past the end of the file");
-
-  ByteWriter cut;
-  cut.I32(1);
-  cut.Text("Europe", 30);
-  cut.Text("Asi", 12);
-  EXPECT_EQ(Region(cut.bytes, t), "region.orv: record 2 at byte 34: the record is cut short (12 of 30 bytes)");
-
-  ByteWriter extra;
-  extra.I32(0);
-  extra.Text("Europe", 30);
-  extra.Text("Asia", 30);
-  EXPECT_EQ(Region(extra.bytes, t), "region.orv: record 2 at byte 34: more records than the count 0 allows");
-
-  ByteWriter cityCut;
-  cityCut.I32(0);
-  cityCut.Text("X", 119);
-  EXPECT_EQ(ParseCityFile(cityCut.bytes.data(), cityCut.bytes.size(), t),
+  EXPECT_EQ(Region(File(1, {{"Europe", 30}, {"Asi", 12}}), t),
+            "region.orv: record 2 at byte 34: the record is cut short (12 of 30 bytes)");
+  EXPECT_EQ(Region(File(0, {{"Europe", 30}, {"Asia", 30}}), t),
+            "region.orv: record 2 at byte 34: more records than the count 0 allows");
+  const auto cityCut = File(0, {{"X", 119}});
+  EXPECT_EQ(ParseCityFile(cityCut.data(), cityCut.size(), t),
             "city.orv: record 1 at byte 4: the record is cut short (119 of 120 bytes)");
-  EXPECT_EQ(ParseStateFile(negative.bytes.data(), negative.bytes.size(), t),
-            "state.orv: record 0 at byte 0: count -2 is negative");
+  EXPECT_EQ(ParseStateFile(negative.data(), negative.size(), t), "state.orv: record 0 at byte 0: count -2 is negative");
 
   // A refused file leaves the tables as they were.
   ASSERT_EQ(t.Regions.size(), 1u);
@@ -200,10 +176,9 @@ TEST(HierarchyFiles, BadInputNamesFileRecordAndByte) {
 }
 
 TEST(HierarchyFiles, CountOnlyFileGivesEmptyArrays) {
-  ByteWriter w;
-  w.I32(0);
+  const auto b = File(0, {});
   AirportTables t;
-  ASSERT_EQ(ParseStateFile(w.bytes.data(), w.bytes.size(), t), std::nullopt);
+  ASSERT_EQ(ParseStateFile(b.data(), b.size(), t), std::nullopt);
   EXPECT_EQ(t.States.size(), 3u);
   EXPECT_EQ(t.StateCount, 0);
 }

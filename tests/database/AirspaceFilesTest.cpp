@@ -41,6 +41,10 @@ Bytes AirspaceHead(int16_t index, std::string_view ident, std::vector<ShapePoint
 }
 
 void Append(Bytes& to, const Bytes& more) { to.insert(to.end(), more.begin(), more.end()); }
+Bytes Plus(Bytes to, const Bytes& more) {
+  Append(to, more);
+  return to;
+}
 
 std::optional<std::string> Parse(const Bytes& b, AirspaceTables& t) { return ParseAirspaceFile(b.data(), b.size(), t); }
 
@@ -178,17 +182,13 @@ TEST(AirspaceFile, CorruptFilesNameTheRecordAndLeaveTheTablesAsTheyWere) {
     EXPECT_EQ(t.AirspacePoints.size(), 1u);
   };
 
-  Bytes cut = good;
-  Append(cut, Bytes(40, ' '));
-  expectError(cut, "airspace.orv: record 2 at byte 140: the record is cut short: 40 of 132 bytes remain");
+  expectError(Plus(good, Bytes(40, ' ')), "airspace.orv: record 2 at byte 140: the record is cut short: 40 of 132 bytes remain");
 
-  Bytes negative = good;
-  Append(negative, AirspaceHead(2, "BBBB", {}));
+  Bytes negative = Plus(good, AirspaceHead(2, "BBBB", {}));
   Poke<int16_t>(negative, 140 + 130, -3);
   expectError(negative, "airspace.orv: record 2 at byte 140: point count -3 is negative");
 
-  Bytes huge = good;
-  Append(huge, AirspaceHead(2, "BBBB", {{1, 1}}));
+  Bytes huge = Plus(good, AirspaceHead(2, "BBBB", {{1, 1}}));
   Poke<int16_t>(huge, 140 + 130, 32767);
   expectError(huge, "airspace.orv: record 2 at byte 140: point count 32767 runs past the end of the file");
 
@@ -197,17 +197,13 @@ TEST(AirspaceFile, CorruptFilesNameTheRecordAndLeaveTheTablesAsTheyWere) {
   shortList.resize(shortList.size() - 8);
   expectError(shortList, "airspace.orv: record 1 at byte 0: point count 2 runs past the end of the file");
 
-  Bytes index = good;
-  Append(index, AirspaceHead(15001, "BBBB", {}));
-  expectError(index, "airspace.orv: record 2 at byte 140: index 15001 is outside the airspace indexes 0 to 15000");
-  Bytes negIndex = AirspaceHead(-1, "AAAA", {});
-  expectError(negIndex, "airspace.orv: record 1 at byte 0: index -1 is outside the airspace indexes 0 to 15000");
+  expectError(Plus(good, AirspaceHead(15001, "BBBB", {})),
+              "airspace.orv: record 2 at byte 140: index 15001 is outside the airspace indexes 0 to 15000");
+  expectError(AirspaceHead(-1, "AAAA", {}), "airspace.orv: record 1 at byte 0: index -1 is outside the airspace indexes 0 to 15000");
 
-  Bytes nan = good;
-  Append(nan, AirspaceHead(2, "BBBB", {{1, 1}, {std::numeric_limits<float>::quiet_NaN(), 1}}));
-  expectError(nan, "airspace.orv: record 2 at byte 140: point 2 is not a finite latitude and longitude");
-  Bytes inf = AirspaceHead(2, "BBBB", {{1, std::numeric_limits<float>::infinity()}});
-  expectError(inf, "airspace.orv: record 1 at byte 0: point 1 is not a finite latitude and longitude");
+  expectError(Plus(good, AirspaceHead(2, "BBBB", {{1, 1}, {std::numeric_limits<float>::quiet_NaN(), 1}})),
+              "airspace.orv: record 2 at byte 140: point 2 is not a finite latitude and longitude");
+  expectError(AirspaceHead(2, "BBBB", {{1, std::numeric_limits<float>::infinity()}}), "airspace.orv: record 1 at byte 0: point 1 is not a finite latitude and longitude");
 }
 
 TEST(AirspaceFile, IndexLimitAndArraySize) {
@@ -268,18 +264,14 @@ TEST(MsaFile, ReadsFieldsAndKeepsTheValueWordsBitForBit) {
   EXPECT_EQ(t.MsaCells[1].Label.View(), "1234567");
 
   // Written back without the empty record, byte for byte.
-  Bytes expected(b.begin(), b.begin() + 50);
-  Bytes third(b.begin() + 100, b.end());
-  Append(expected, third);
-  EXPECT_EQ(BuildMsaFile(t), expected);
+  EXPECT_EQ(BuildMsaFile(t), Plus(Bytes(b.begin(), b.begin() + 50), Bytes(b.begin() + 100, b.end())));
 }
 
 TEST(MsaFile, EmptyFileAndCutShortRecord) {
   AirspaceTables t;
   EXPECT_EQ(ParseMsaFile(nullptr, 0, t), std::nullopt);
   EXPECT_TRUE(t.MsaCells.empty());
-  Bytes b = MsaRecord("AAAAAA", "L");
-  Append(b, Bytes(10, ' '));
+  const Bytes b = Plus(MsaRecord("AAAAAA", "L"), Bytes(10, ' '));
   EXPECT_EQ(ParseMsaFile(b.data(), b.size(), t), "msa.orv: record 2 at byte 50: the record is cut short: 10 of 50 bytes remain");
   EXPECT_TRUE(t.MsaCells.empty());
 }

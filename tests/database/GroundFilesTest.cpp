@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <limits>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,11 @@ void Poke(Bytes& b, std::size_t offset, T value) {
 void PokeText(Bytes& b, std::size_t offset, std::string_view text) {
   std::memcpy(b.data() + offset, text.data(), text.size());
 }
-void Append(Bytes& to, const Bytes& more) { to.insert(to.end(), more.begin(), more.end()); }
+Bytes Join(std::initializer_list<Bytes> parts) {
+  Bytes out;
+  for (const Bytes& p : parts) out.insert(out.end(), p.begin(), p.end());
+  return out;
+}
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInf = std::numeric_limits<float>::infinity();
@@ -36,9 +41,9 @@ Bytes Taxi(float lat1, float lon1, float lat2, float lon2, std::string_view name
 }
 
 TEST(TaxiFile, ReadsFieldsTrimsTheNameAndKeepsEveryRecord) {
-  Bytes b = Taxi(47.45f, 8.55f, 47.46f, 8.56f, "  A1    ", 75);
-  Append(b, Bytes(26, 0));  // no empty-record mark in this file: a record of zeros stays
-  Append(b, Taxi(-33.9f, 151.17f, -33.95f, 151.18f, "TWY BRAV", -1));
+  // No empty-record mark in this file: a record of zeros stays.
+  const Bytes b = Join({Taxi(47.45f, 8.55f, 47.46f, 8.56f, "  A1    ", 75), Bytes(26, 0),
+                        Taxi(-33.9f, 151.17f, -33.95f, 151.18f, "TWY BRAV", -1)});
 
   AirspaceTables t;
   ASSERT_EQ(ParseTaxiFile(b.data(), b.size(), t), std::nullopt);
@@ -70,8 +75,7 @@ TEST(TaxiFile, BadInput) {
   EXPECT_EQ(ParseTaxiFile(nullptr, 0, t), std::nullopt);  // may be empty
   EXPECT_TRUE(t.TaxiSegments.empty());
 
-  Bytes b = Taxi(1, 2, 3, 4, "A", 10);
-  Append(b, Taxi(1, 2, 3, kNaN, "B", 10));
+  const Bytes b = Join({Taxi(1, 2, 3, 4, "A", 10), Taxi(1, 2, 3, kNaN, "B", 10)});
   EXPECT_EQ(ParseTaxiFile(b.data(), b.size(), t), "taxi.orv: record 2 at byte 26: an end position is not a finite number");
   Bytes cut = Taxi(1, 2, 3, 4, "A", 10);
   cut.resize(20);
@@ -91,9 +95,8 @@ Bytes Poly(char kind, float lat, float lon, float value, int16_t value2, char fl
 }
 
 TEST(GroundPolyFile, ReadsFieldsAndSkipsEmptyKinds) {
-  Bytes b = Poly('A', 51.47f, -0.45f, 12.5f, 300, 'X');
-  Append(b, Poly('\0', 1, 1, 1, 1, 'Y'));
-  Append(b, Poly('G', -1.5f, 2.5f, -3.25f, -32768, ' '));
+  const Bytes first = Poly('A', 51.47f, -0.45f, 12.5f, 300, 'X'), last = Poly('G', -1.5f, 2.5f, -3.25f, -32768, ' ');
+  const Bytes b = Join({first, Poly('\0', 1, 1, 1, 1, 'Y'), last});
 
   AirspaceTables t;
   ASSERT_EQ(ParseGroundPolyFile(b.data(), b.size(), t), std::nullopt);
@@ -107,9 +110,7 @@ TEST(GroundPolyFile, ReadsFieldsAndSkipsEmptyKinds) {
   EXPECT_EQ(g.Flag.View(), "X");
   EXPECT_EQ(t.GroundPolygons[1].Value2, -32768);
 
-  Bytes expected = Poly('A', 51.47f, -0.45f, 12.5f, 300, 'X');
-  Append(expected, Poly('G', -1.5f, 2.5f, -3.25f, -32768, ' '));
-  EXPECT_EQ(BuildGroundPolyFile(t), expected);
+  EXPECT_EQ(BuildGroundPolyFile(t), Join({first, last}));
 }
 
 TEST(GroundPolyFile, BadInput) {
@@ -134,9 +135,8 @@ Bytes Marker(std::string_view kind, float lat, float lon, float heading) {
 }
 
 TEST(MarkerFile, ReadsFieldsAndSkipsEmptyKinds) {
-  Bytes b = Marker("OM", 40.6f, -73.8f, 221.5f);
-  Append(b, Marker(std::string_view("\0M", 2), 1, 1, 1));
-  Append(b, Marker("IM", 40.65f, -73.79f, 41.5f));
+  const Bytes first = Marker("OM", 40.6f, -73.8f, 221.5f), last = Marker("IM", 40.65f, -73.79f, 41.5f);
+  const Bytes b = Join({first, Marker(std::string_view("\0M", 2), 1, 1, 1), last});
 
   AirspaceTables t;
   ASSERT_EQ(ParseMarkerFile(b.data(), b.size(), t), std::nullopt);
@@ -147,15 +147,12 @@ TEST(MarkerFile, ReadsFieldsAndSkipsEmptyKinds) {
   EXPECT_EQ(t.Markers[0].Heading, 221.5f);
   EXPECT_EQ(t.Markers[1].Kind.View(), "IM");
 
-  Bytes expected = Marker("OM", 40.6f, -73.8f, 221.5f);
-  Append(expected, Marker("IM", 40.65f, -73.79f, 41.5f));
-  EXPECT_EQ(BuildMarkerFile(t), expected);
+  EXPECT_EQ(BuildMarkerFile(t), Join({first, last}));
 }
 
 TEST(MarkerFile, BadInput) {
   AirspaceTables t;
-  Bytes b = Marker("MM", 1, 1, 1);
-  Append(b, Marker("OM", 1, -kInf, 1));
+  Bytes b = Join({Marker("MM", 1, 1, 1), Marker("OM", 1, -kInf, 1)});
   EXPECT_EQ(ParseMarkerFile(b.data(), b.size(), t), "marker.orv: record 2 at byte 14: the position is not a finite number");
   b = Marker("MM", 1, 1, kNaN);
   EXPECT_EQ(ParseMarkerFile(b.data(), b.size(), t), "marker.orv: record 1 at byte 0: the heading is not a finite number");

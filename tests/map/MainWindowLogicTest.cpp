@@ -180,15 +180,6 @@ TEST(MainWindowKeys, EscSpaceZoomKeysAndTheWheel) {
   EXPECT_TRUE(f.ui.Messages().empty());
 }
 
-TEST(MainWindowKeys, PageUpAtTheWidestStepInNorthernMidLatitudesIsRefused) {
-  Fixture f;
-  f.view.ZoomIndex = 20;
-  f.view.MapNorth = 60;
-  ASSERT_TRUE(MapKeyDown(f.view, 33, f.host, f.ui));
-  EXPECT_EQ(f.ui.Messages(), (std::vector<std::string>{"Minimum zoom!"}));
-  EXPECT_EQ(f.view.ZoomIndex, 20);
-}
-
 TEST(MainWindowSize, MaximiseInReducedModeSnapsBackWithOneMessage) {
   test::ScriptedUi ui;
   ResizeOutcome r = ResizeWindow({WindowShow::Maximised, 30000, 20000}, true, false, 500, 300, ui);

@@ -21,23 +21,11 @@ TEST(AircraftFileTest, ReadsValuesInFieldOrder) {
   AircraftFile f = ParseAircraftFile(kTwoAircraft, "aircraft.orv");
   EXPECT_EQ(f.Error, "");
   ASSERT_EQ(f.Aircraft.size(), 2u);
-  const AircraftRec& c = f.Aircraft[0];
-  EXPECT_EQ(c.Id, 1);
-  EXPECT_EQ(c.AircraftName, "Cessna 172");
-  EXPECT_EQ(c.MaxFuel, 150);
-  EXPECT_EQ(c.Ceiling, 140);
-  EXPECT_EQ(c.MaxWeight, 1100);
-  EXPECT_EQ(c.EmptyWeight, 700);
-  EXPECT_EQ(c.LoadWeight, 300);
-  EXPECT_EQ(c.ClimbRate, 700);
-  EXPECT_EQ(c.ClimbSpeed, 75);
-  EXPECT_EQ(c.DescentRate, 500);
-  EXPECT_EQ(c.DescentSpeed, 90);
-  EXPECT_EQ(c.CruiseSpeed, 110);
-  EXPECT_EQ(c.CruiseLevel, 65);
-  EXPECT_EQ(c.ApproachSpeed, 65);
-  EXPECT_EQ(c.MinRunway, 2000);
-  EXPECT_EQ(c.MaxRange, 600);
+  const AircraftRec cessna{.Id = 1, .AircraftName = "Cessna 172", .MaxFuel = 150, .Ceiling = 140, .MaxWeight = 1100,
+                           .EmptyWeight = 700, .LoadWeight = 300, .ClimbRate = 700, .ClimbSpeed = 75,
+                           .DescentRate = 500, .DescentSpeed = 90, .CruiseSpeed = 110, .CruiseLevel = 65,
+                           .ApproachSpeed = 65, .MinRunway = 2000, .MaxRange = 600};
+  EXPECT_TRUE(f.Aircraft[0] == cessna);
   // A comma inside quotes belongs to the name.
   EXPECT_EQ(f.Aircraft[1].AircraftName, "Boeing 737-800, winglets");
   EXPECT_EQ(f.Aircraft[1].MaxRange, 2500);

@@ -17,13 +17,8 @@ using test::Row;
 class PlanTest : public ::testing::Test {
 protected:
   PlanTest() {
-    ac.CruiseSpeed = 240;  // 4 NM a minute
-    ac.ApproachSpeed = 120;  // 2 NM a minute
-    ac.ClimbSpeed = 120;
-    ac.ClimbRate = 1000;
-    ac.DescentSpeed = 150;
-    ac.DescentRate = 1000;
-    ac.CruiseLevel = 100;
+    ac.CruiseSpeed = 240, ac.ApproachSpeed = 120, ac.CruiseLevel = 100;  // 4 and 2 NM a minute
+    ac.ClimbSpeed = 120, ac.ClimbRate = 1000, ac.DescentSpeed = 150, ac.DescentRate = 1000;
     nav.Airports.resize(2);
     nav.Airports[0].Icao = "AAAA";
     nav.Airports[1].Icao = "BBBB";

@@ -11,22 +11,9 @@ namespace orv {
 namespace {
 
 AircraftRec Piston() {
-  AircraftRec a;
-  a.AircraftName = "Twin";
-  a.ClimbSpeed = 120;
-  a.ClimbRate = 1000;
-  a.DescentSpeed = 150;
-  a.DescentRate = 1000;
-  a.CruiseSpeed = 120;
-  a.CruiseLevel = 100;
-  a.ApproachSpeed = 90;
-  a.MaxFuel = 200;
-  a.MaxRange = 600;
-  a.MaxWeight = 1000;
-  a.EmptyWeight = 600;
-  a.LoadWeight = 300;
-  a.MinRunway = 5000;
-  return a;
+  return {.AircraftName = "Twin", .MaxFuel = 200, .MaxWeight = 1000, .EmptyWeight = 600, .LoadWeight = 300,
+          .ClimbRate = 1000, .ClimbSpeed = 120, .DescentRate = 1000, .DescentSpeed = 150, .CruiseSpeed = 120,
+          .CruiseLevel = 100, .ApproachSpeed = 90, .MinRunway = 5000, .MaxRange = 600};
 }
 
 TEST(ProfileTest, ClimbAndDescentDistances) {
@@ -130,6 +117,17 @@ protected:
     nav.Airports[5].Empty = true;
     nav.Airports[7].Elevation = 500;
   }
+  // A plan from DEPT to DEST at FL 50 with the given totals.
+  static FlightPlan Plan(int32_t minutes, int32_t miles) {
+    FlightPlan plan;
+    plan.LastRow = 1;
+    plan.DepartureAirport = 7;
+    plan.DestinationAirport = 0;
+    plan.TotalTime = minutes;
+    plan.TotalDistance = miles;
+    plan.CruiseFL = 50;
+    return plan;
+  }
   test::FakeNav nav;
 };
 
@@ -159,12 +157,7 @@ TEST_F(AlternateTest, FuelWindow) {
   EXPECT_FALSE(w.Load(ui, plan, a, nav, 0));
   EXPECT_EQ(ui.Messages().at(0), "The fuel calculation needs a flight plan!");
 
-  plan.LastRow = 1;
-  plan.DepartureAirport = 7;
-  plan.DestinationAirport = 0;
-  plan.TotalTime = 120;
-  plan.TotalDistance = 200;
-  plan.CruiseFL = 50;
+  plan = Plan(120, 200);
   ASSERT_TRUE(w.Load(ui, plan, a, nav, 0));
   EXPECT_EQ(w.Caption, "Fuel Calculation for FL 50");
   // 8.06, 66.65, 0.90 and 4.40 kg are 3, 22, 0 and 1 gallons: a trip of 26.
@@ -199,13 +192,7 @@ TEST_F(AlternateTest, FuelWindow) {
 TEST_F(AlternateTest, FuelWindowWithoutAlternateStillCountsItsDistance) {
   AircraftRec a = Piston();
   a.MinRunway = 20000;
-  FlightPlan plan;
-  plan.LastRow = 1;
-  plan.DepartureAirport = 7;
-  plan.DestinationAirport = 0;
-  plan.TotalTime = 120;
-  plan.TotalDistance = 200;
-  plan.CruiseFL = 50;
+  FlightPlan plan = Plan(120, 200);
   test::ScriptedUi ui;
   FuelWindow w;
   ASSERT_TRUE(w.Load(ui, plan, a, nav, 0));
@@ -221,13 +208,7 @@ TEST_F(AlternateTest, FuelWindowWithoutAlternateStillCountsItsDistance) {
 TEST_F(AlternateTest, FuelStops) {
   AircraftRec a = Piston();
   a.MaxFuel = 40;
-  FlightPlan plan;
-  plan.LastRow = 1;
-  plan.DepartureAirport = 7;
-  plan.DestinationAirport = 0;
-  plan.TotalTime = 600;
-  plan.TotalDistance = 1200;
-  plan.CruiseFL = 50;
+  FlightPlan plan = Plan(600, 1200);
   test::ScriptedUi ui;
   FuelWindow w;
   ASSERT_TRUE(w.Load(ui, plan, a, nav, 2));

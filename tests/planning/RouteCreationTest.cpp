@@ -80,13 +80,8 @@ struct GraphBuilder {
 class RouteTest : public ::testing::Test {
 protected:
   RouteTest() {
-    ac.CruiseSpeed = 240;
-    ac.ApproachSpeed = 120;
-    ac.ClimbSpeed = 120;
-    ac.ClimbRate = 1000;
-    ac.DescentSpeed = 150;
-    ac.DescentRate = 1000;
-    ac.CruiseLevel = 300;
+    ac.CruiseSpeed = 240, ac.ApproachSpeed = 120, ac.CruiseLevel = 300;
+    ac.ClimbSpeed = 120, ac.ClimbRate = 1000, ac.DescentSpeed = 150, ac.DescentRate = 1000;
     nav.Airports.resize(2);
   }
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 
+#include "database/ByteReader.h"
 #include "planning/Aircraft.h"
 #include "planning/FakeNav.h"
 #include "planning/FlightPlan.h"
@@ -14,32 +14,24 @@ namespace {
 
 using test::Row;
 
-// The file's layout written out by hand, byte by byte.
-void Text(std::vector<uint8_t>& b, std::string_view s, std::size_t width) {
-  for (std::size_t i = 0; i < width; ++i) b.push_back(i < s.size() ? static_cast<uint8_t>(s[i]) : ' ');
+// The file's layout written out by hand, field by field.
+void Head(ByteWriter& w, std::string_view ap, std::string_view rwy, std::string_view name, uint8_t n) {
+  w.Text(ap, 10);
+  w.Text(rwy, 5);
+  w.Text(name, 40);
+  w.U8(n);
 }
-void Float(std::vector<uint8_t>& b, float f) {
-  uint8_t raw[4];
-  std::memcpy(raw, &f, 4);
-  b.insert(b.end(), raw, raw + 4);
-}
-void Head(std::vector<uint8_t>& b, std::string_view ap, std::string_view rwy, std::string_view name, uint8_t n) {
-  Text(b, ap, 10);
-  Text(b, rwy, 5);
-  Text(b, name, 40);
-  b.push_back(n);
-}
-void Point(std::vector<uint8_t>& b, std::string_view kind, std::string_view code, float lat, float lon) {
-  Text(b, kind, 5);
-  Text(b, code, 10);
-  Text(b, code, 20);
-  Float(b, lat);
-  Float(b, lon);
-  for (uint8_t i = 0; i < 18; ++i) b.push_back(i);
+void Point(ByteWriter& w, std::string_view kind, std::string_view code, float lat, float lon) {
+  w.Text(kind, 5);
+  w.Text(code, 10);
+  w.Text(code, 20);
+  w.F32(lat);
+  w.F32(lon);
+  for (uint8_t i = 0; i < 18; ++i) w.U8(i);
 }
 
 std::vector<uint8_t> ThreeAirports() {
-  std::vector<uint8_t> b;
+  ByteWriter b;
   Head(b, "EDDM", "26L", "OTHER1A", 1);
   Point(b, "VOR", "MUN", 48.3f, 11.8f);
   Head(b, "eddf  ", "25C", "TOBAK1F", 2);
@@ -50,7 +42,7 @@ std::vector<uint8_t> ThreeAirports() {
   // A later EDDF block after another airport's is not the airport's any more.
   Head(b, "EDDS", "07", "STG1A", 0);
   Head(b, "EDDF", "07C", "LATE1A", 0);
-  return b;
+  return std::move(b.bytes);
 }
 
 TEST(StoredProcedures, ReadsTheBlocksOfOneAirport) {
@@ -86,15 +78,15 @@ TEST(StoredProcedures, ReadsTheBlocksOfOneAirport) {
   ASSERT_EQ(r.Procedures.size(), 1u);
   EXPECT_EQ(r.Error, "The file sid.orv ends inside the procedure ANEKI1L (byte 295).");
   // A point count past the end of the file, before the airport: nothing read.
-  std::vector<uint8_t> hostile;
+  ByteWriter hostile;
   Head(hostile, "XXXX", "01", "BAD", 255);
-  EXPECT_FALSE(ReadProcedures(hostile, "EDDF", ends, "sid.orv").Found);
-  EXPECT_FALSE(HasProcedures(hostile, "EDDF"));
+  EXPECT_FALSE(ReadProcedures(hostile.bytes, "EDDF", ends, "sid.orv").Found);
+  EXPECT_FALSE(HasProcedures(hostile.bytes, "EDDF"));
   // The file of no procedures, as the database manager writes it: one blank head.
-  std::vector<uint8_t> empty;
+  ByteWriter empty;
   Head(empty, "", "", "", 0);
-  EXPECT_FALSE(ReadProcedures(empty, "  ", ends, "sid.orv").Found);
-  EXPECT_FALSE(ReadProcedures(empty, "EDDF", ends, "sid.orv").Found);
+  EXPECT_FALSE(ReadProcedures(empty.bytes, "  ", ends, "sid.orv").Found);
+  EXPECT_FALSE(ReadProcedures(empty.bytes, "EDDF", ends, "sid.orv").Found);
 }
 
 class ProcedurePlanTest : public ::testing::Test {
