@@ -116,7 +116,13 @@ void Program::ShowFirstWindow() {
   mapWindow_->onOpenWindow = [this](std::string_view name) { OpenWindow(name); };
   timers_.onTick = [&controller](TimerId id) { controller.OnTimer(id); };
   mapWindow_->onGpsWindow = [this, &controller](bool show) {
-    if (show && !gpsWindow_) gpsWindow_ = std::make_unique<GpsWindow>(controller.Gps(), main_.get());
+    if (show && !gpsWindow_) {
+      gpsWindow_ = std::make_unique<GpsWindow>(controller.Gps(), main_.get());
+      // Over the lower right corner of the map, clear of the menu and the plan.
+      gpsWindow_->adjustSize();
+      const QRect r = main_->geometry();
+      gpsWindow_->move(r.right() - gpsWindow_->width() - 40, r.bottom() - gpsWindow_->height() - 60);
+    }
     if (gpsWindow_) gpsWindow_->setVisible(show);
   };
   mapWindow_->onGpsLine = [this](int y, std::string_view text, Colour colour) {
