@@ -104,10 +104,8 @@ bool ApplyLayers(std::string_view list, MapLayers& layers, bool& roundWorld, std
   return true;
 }
 
-}  // namespace
-
-int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
-  RenderOptions o;
+// The options into o; 0, or the exit code after the message on err.
+int ParseRenderArgs(const Args& args, RenderOptions& o, std::ostream& err) {
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     auto value = [&](std::string& target) {
@@ -162,6 +160,37 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
       return 2;
     }
   }
+  return 0;
+}
+
+// The online, weather and track layers, read from the folder's files as
+// their menu entries read them; false when a file cannot be read (the
+// message says why).
+bool LoadRenderLayers(const RenderOptions& o, ProgramState& s, std::ostream& out, std::ostream& err) {
+  MessageUi msg(out, err);
+  OnlineSession& on = s.Online;
+  if (!o.online.empty()) {
+    const OnlineNetwork net = o.online == "ivao" ? OnlineNetwork::Ivao : OnlineNetwork::Vatsim;
+    on.Finder = std::make_unique<AirportFinder>(&s.Db.Airports);
+    std::string caption;
+    if (!ParseOnlineFile(s.Core.Folder, net, *on.Finder, on.SectorsOf(net), on.Data, msg, caption)) return false;
+    on.ShowControllers = on.ShowPilots = true;
+  }
+  if (o.weather && !(on.ShowWeather = LoadMetar(s.Core.Folder, msg, on.Metar))) return false;
+  if ((o.tracks == "nat" || o.tracks == "both") &&
+      !(on.ShowNat = ParseNatTracks(s.Core.Folder, &s.Db, msg, on.NatTracks)))
+    return false;
+  if ((o.tracks == "pacific" || o.tracks == "both") &&
+      !(on.ShowPacific = ParsePacificTracks(s.Core.Folder, &s.Db, msg, on.PacificTracks)))
+    return false;
+  return true;
+}
+
+}  // namespace
+
+int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
+  RenderOptions o;
+  if (int code = ParseRenderArgs(args, o, err)) return code;
   if (o.center.empty() || o.out.empty()) {
     err << "render: --center and --out are required\n";
     return 2;
@@ -202,27 +231,10 @@ int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostr
   view.CntrLat = view.CurrentLat = static_cast<float>(lat);
   view.CntrLon = view.CurrentLon = static_cast<float>(lon);
 
-  // The online, weather and track layers, read from the folder's files as
-  // their menu entries read them; a file that cannot be read says why.
+  // The online, weather and track layers, from the folder's files.
   SystemClock clock;
   ProgramLayers programLayers(s, clock);
-  {
-    MessageUi msg(out, err);
-    OnlineSession& on = s.Online;
-    if (!o.online.empty()) {
-      const OnlineNetwork net = o.online == "ivao" ? OnlineNetwork::Ivao : OnlineNetwork::Vatsim;
-      on.Finder = std::make_unique<AirportFinder>(&s.Db.Airports);
-      std::string caption;
-      if (!ParseOnlineFile(s.Core.Folder, net, *on.Finder, on.SectorsOf(net), on.Data, msg, caption)) return 1;
-      on.ShowControllers = on.ShowPilots = true;
-    }
-    if (o.weather && !(on.ShowWeather = LoadMetar(s.Core.Folder, msg, on.Metar))) return 1;
-    if ((o.tracks == "nat" || o.tracks == "both") && !(on.ShowNat = ParseNatTracks(s.Core.Folder, &s.Db, msg, on.NatTracks)))
-      return 1;
-    if ((o.tracks == "pacific" || o.tracks == "both") &&
-        !(on.ShowPacific = ParsePacificTracks(s.Core.Folder, &s.Db, msg, on.PacificTracks)))
-      return 1;
-  }
+  if (!LoadRenderLayers(o, s, out, err)) return 1;
 
   std::unique_ptr<QGuiApplication> app = EnsureGuiApplication();
   QtFontSet fonts;

@@ -268,6 +268,51 @@ void BuiltinSim::Advance(double dt) {
   pitch_ = tas_ > 1 ? std::atan(vs_ / (tas_ * 101.27)) / kRad : 0.0;
 }
 
+// Lateral: the heading bug while the autopilot holds it, else the legs; the
+// approach is always the simulator's own.
+void BuiltinSim::NavigateLateral(double dt) {
+  const SimRunwayEnd& dest = route_.Destination;
+  const double toThreshold = Distance(lat_, lon_, dest.Lat, dest.Lon);
+  const bool final = phase_ == SimPhase::Descent && toThreshold <= kFinalCapture;
+  if (final && target_ < finalFix_) target_ = finalFix_;
+  if (final && target_ == finalFix_) {
+    const LatLon& fix = points_[static_cast<size_t>(finalFix_)];
+    const double off = std::fabs(TurnTo(Course(lat_, lon_, fix.Lat, fix.Lon), dest.Heading));
+    if (off > 60 || Distance(lat_, lon_, fix.Lat, fix.Lon) < 1.0 ||
+        std::fabs(TurnTo(Course(lat_, lon_, dest.Lat, dest.Lon), dest.Heading)) < 30)
+      target_ = finalFix_ + 1;
+  }
+  const int lastPoint = static_cast<int>(points_.size()) - 1;
+  if (HeadingHold() && !final) {
+    // The program steers; the simulator only keeps track of where on
+    // the route it is, for its descent. A point counts as behind once
+    // the aircraft is nearer the following point than the point is.
+    while (target_ < lastPoint - 1) {
+      const LatLon& p = points_[static_cast<size_t>(target_)];
+      const LatLon& q = points_[static_cast<size_t>(target_) + 1];
+      if (Distance(lat_, lon_, q.Lat, q.Lon) > Distance(p.Lat, p.Lon, q.Lat, q.Lon)) break;
+      ++target_;
+    }
+  }
+  if (target_ <= lastPoint && target_ >= 0) {
+    const LatLon& p = points_[static_cast<size_t>(target_)];
+    const double dist = Distance(lat_, lon_, p.Lat, p.Lon);
+    const double course = Course(lat_, lon_, p.Lat, p.Lon);
+    if (target_ < lastPoint) {
+      // Turn anticipation for the next leg at standard rate (30 turns
+      // an hour); a turn of more than a right angle is flown over the
+      // point, so that the aircraft really reaches it.
+      const LatLon& q = points_[static_cast<size_t>(target_) + 1];
+      const double change = std::fabs(TurnTo(Course(p.Lat, p.Lon, q.Lat, q.Lon), course));
+      const double radius = gs_ / (kStandardRate * 3600.0 / 360.0) / (2 * 3.14159265358979);
+      const double lead = change <= 90 ? std::max(0.3, radius * std::tan(change / 2 * kRad)) : 0.3;
+      if (dist <= lead || (HeadingHold() && !final && dist <= 2.0)) ++target_;
+    }
+    if (HeadingHold() && !final) Steer(dt, headingBug_ + MagVar(), true);
+    else Steer(dt, course, false);
+  }
+}
+
 void BuiltinSim::Substep(double dt) {
   ReadWrites();
   utc_ = std::fmod(utc_ + dt, 86400.0);
@@ -334,49 +379,7 @@ void BuiltinSim::Substep(double dt) {
           phase_ = SimPhase::Rollout;
         }
       }
-      if (!onGround_) {
-        // Lateral: the heading bug while the autopilot holds it, else the
-        // legs; the approach is always the simulator's own.
-        const double toThreshold = Distance(lat_, lon_, dest.Lat, dest.Lon);
-        const bool final = phase_ == SimPhase::Descent && toThreshold <= kFinalCapture;
-        if (final && target_ < finalFix_) target_ = finalFix_;
-        if (final && target_ == finalFix_) {
-          const LatLon& fix = points_[static_cast<size_t>(finalFix_)];
-          const double off = std::fabs(TurnTo(Course(lat_, lon_, fix.Lat, fix.Lon), dest.Heading));
-          if (off > 60 || Distance(lat_, lon_, fix.Lat, fix.Lon) < 1.0 ||
-              std::fabs(TurnTo(Course(lat_, lon_, dest.Lat, dest.Lon), dest.Heading)) < 30)
-            target_ = finalFix_ + 1;
-        }
-        const int lastPoint = static_cast<int>(points_.size()) - 1;
-        if (HeadingHold() && !final) {
-          // The program steers; the simulator only keeps track of where on
-          // the route it is, for its descent. A point counts as behind once
-          // the aircraft is nearer the following point than the point is.
-          while (target_ < lastPoint - 1) {
-            const LatLon& p = points_[static_cast<size_t>(target_)];
-            const LatLon& q = points_[static_cast<size_t>(target_) + 1];
-            if (Distance(lat_, lon_, q.Lat, q.Lon) > Distance(p.Lat, p.Lon, q.Lat, q.Lon)) break;
-            ++target_;
-          }
-        }
-        if (target_ <= lastPoint && target_ >= 0) {
-          const LatLon& p = points_[static_cast<size_t>(target_)];
-          const double dist = Distance(lat_, lon_, p.Lat, p.Lon);
-          const double course = Course(lat_, lon_, p.Lat, p.Lon);
-          if (target_ < lastPoint) {
-            // Turn anticipation for the next leg at standard rate (30 turns
-            // an hour); a turn of more than a right angle is flown over the
-            // point, so that the aircraft really reaches it.
-            const LatLon& q = points_[static_cast<size_t>(target_) + 1];
-            const double change = std::fabs(TurnTo(Course(p.Lat, p.Lon, q.Lat, q.Lon), course));
-            const double radius = gs_ / (kStandardRate * 3600.0 / 360.0) / (2 * 3.14159265358979);
-            const double lead = change <= 90 ? std::max(0.3, radius * std::tan(change / 2 * kRad)) : 0.3;
-            if (dist <= lead || (HeadingHold() && !final && dist <= 2.0)) ++target_;
-          }
-          if (HeadingHold() && !final) Steer(dt, headingBug_ + MagVar(), true);
-          else Steer(dt, course, false);
-        }
-      }
+      if (!onGround_) NavigateLateral(dt);
       break;
     }
     case SimPhase::Rollout:

@@ -165,6 +165,7 @@ public:
 
 private:
   void Substep(double dt);
+  void NavigateLateral(double dt);
   void ReadWrites();
   void Publish();
   void PublishTraffic();
