@@ -3,6 +3,7 @@
 #include "app/DownloadLink.h"
 
 #include <algorithm>
+#include <cmath>
 #include <array>
 
 #include "core/Runtime.h"
@@ -278,6 +279,37 @@ void MainWindowController::Band(double x1, double y1, double x2, double y2) {
     view_.SyncChecks();
   }
   ReleaseBand(s_.View, x1, y1, x2, y2, view_, geo_);
+}
+
+bool MainWindowController::MouseDown(int button, bool shift, bool control, double x, double y) {
+  if (!s_.Sim.Connected()) return false;
+  FsuipcChannel& ch = *s_.Sim.Channel;
+  const ViewState& v = s_.View;
+  auto near = [&](float lat, float lon) {
+    return std::fabs(MapXFromLon(v, lon, lat) - x) < 100 && std::fabs(MapYFromLat(v, lat) - y) < 100;
+  };
+  if (button == 1 && shift) {
+    const NavaidTables& n = s_.Db.Navaids;
+    bool tuned = false;
+    if (s_.Layers.btnVor)
+      for (const VorRec& r : n.Vors)
+        if (!tuned && r.Frequency > 0 && near(r.Lat, r.Lon)) tuned = WriteNav1(ch, r.Frequency);
+    if (s_.Layers.btnIls && !tuned)
+      for (const AirportRec& a : s_.Db.Airports.Airports)
+        for (const IlsRec& ils : a.Ils)
+          if (!tuned && IlsFrequency(ils) > 0 && near(ils.Values[2], ils.Values[3])) tuned = WriteNav1(ch, IlsFrequency(ils));
+    if (s_.Layers.btnNdb && !tuned)
+      for (const NdbRec& r : n.Ndbs)
+        if (!tuned && r.Frequency > 0 && near(r.Lat, r.Lon)) tuned = WriteAdf(ch, r.Frequency);
+    view_.FocusMap();
+    return true;
+  }
+  if (button == 2 && control) {
+    WriteAircraftPosition(ch, MapLatFromY(v, y), MapLonFromX(v, x, MapLatFromY(v, y)));
+    view_.FocusMap();
+    return true;
+  }
+  return false;
 }
 
 void MainWindowController::SetReduced(bool on) {

@@ -88,6 +88,11 @@ public:
   void Wheel(int delta);
   // A released rubber band in surface units; a click is a band of no size.
   void Band(double x1, double y1, double x2, double y2);
+  // A press on the map (button 1 left, 2 right) in surface units, before
+  // the rubber band: with the simulator connected, shift and the left button
+  // tune NAV1 or the ADF to the VOR, ILS or NDB under the pointer, control
+  // and the right button move the aircraft there. True when taken.
+  bool MouseDown(int button, bool shift, bool control, double x, double y);
   // btnReducedWindow.
   void SetReduced(bool on);
   // The resize event: limits, the reduced window's maximise, the plan that

@@ -127,6 +127,12 @@ void MapWidget::wheelEvent(QWheelEvent* event) {
 
 void MapWidget::mousePressEvent(QMouseEvent* event) {
   setFocus();
+  const QPoint at = event->position().toPoint();
+  const int button = event->button() == Qt::LeftButton ? 1 : event->button() == Qt::RightButton ? 2 : 0;
+  if (button && onMouseDown &&
+      onMouseDown(button, event->modifiers() & Qt::ShiftModifier, event->modifiers() & Qt::ControlModifier,
+                  at.x() * kTwipsPerPixel, at.y() * kTwipsPerPixel))
+    return;
   if (event->button() != Qt::LeftButton) return;
   pressed_ = true;
   pressAt_ = event->position().toPoint();

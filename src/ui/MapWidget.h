@@ -58,6 +58,10 @@ public:
   // A released band in surface units; a click is a band of no size.
   std::function<void(double x1, double y1, double x2, double y2)> onBand;
   std::function<void()> onResized;
+  // A button pressed on the map, in surface units (button 1 left, 2 right;
+  // shift, control held); true when the press was taken, so that no rubber
+  // band starts.
+  std::function<bool(int button, bool shift, bool control, double x, double y)> onMouseDown;
   // Called once after the first paint.
   std::function<void()> onFirstPaint;
 

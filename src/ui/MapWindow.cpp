@@ -89,6 +89,9 @@ MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& ti
   map_->onKey = [this](int code) { controller_.Key(code); };
   map_->onWheel = [this](int delta) { controller_.Wheel(delta); };
   map_->onBand = [this](double x1, double y1, double x2, double y2) { controller_.Band(x1, y1, x2, y2); };
+  map_->onMouseDown = [this](int button, bool shift, bool control, double x, double y) {
+    return controller_.MouseDown(button, shift, control, x, y);
+  };
   map_->onResized = [this] { SetMapStatus(kStatusRange, RangeText(CurrentLabel(s_.View))); };
   w_.installEventFilter(this);
 }

@@ -128,6 +128,12 @@ TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
   EXPECT_EQ(snap.Airborne, -1);
   EXPECT_GT(GcDistance(lat0, lon0, snap.Latitude, snap.Longitude), 3.0);
   EXPECT_EQ(f.s.View.CurrentLat, snap.Latitude);
+  // Shift and the left button on the VOR at 50.05 N 8.3 E tune NAV1 to it;
+  // control and the right button move the aircraft to the click.
+  const ViewState& v = f.s.View;
+  ASSERT_TRUE(f.c.MouseDown(1, true, false, MapXFromLon(v, 8.3, 50.05), MapYFromLat(v, 50.05)));
+  EXPECT_EQ(f.s.Sim.Image->Get<uint16_t>(fsoff::Nav1), 0x1420);
+  EXPECT_FALSE(f.c.MouseDown(1, false, false, 0, 0));  // a plain click is the rubber band's
   f.c.Menu("MenuLocal");
   EXPECT_FALSE(f.s.Sim.Connected());
   EXPECT_FALSE(f.timers.Enabled(TimerId::Gps));
