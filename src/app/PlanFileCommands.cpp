@@ -10,8 +10,9 @@ namespace orv {
 
 namespace {
 
-constexpr std::array<std::string_view, 7> kPlanFileMenus = {
-    "MenuOpenFP", "MenuSaveFP", "MenuSaveFPAs", "menuDeleteSid", "menuDeleteStar", "MenuPrintPlan", "menuPrintMap",
+constexpr std::array<std::string_view, 11> kPlanFileMenus = {
+    "MenuOpenFP",    "MenuSaveFP",      "MenuSaveFPAs",    "menuDeleteSid",   "menuDeleteStar", "MenuPrintPlan",
+    "menuPrintMap",  "MenuOpenSid",     "MenuOpenStar",    "menuOpenSegment", "menuSaveSegment",
 };
 
 // Whether the stored procedure files hold procedures for an airport, read
@@ -63,7 +64,9 @@ bool MainWindowController::PlanFileMenu(std::string_view name) {
   } else if (name == "menuDeleteStar") {
     menuDeleteStar(editor);
   } else {
-    view_.OpenWindow(name == "MenuPrintPlan" ? "PrintFP" : "PrintMap");
+    // The windows of these entries: printing, the stored procedures, the
+    // route segments.
+    view_.OpenWindow(name == "MenuPrintPlan" ? "PrintFP" : name == "menuPrintMap" ? "PrintMap" : name);
     return true;
   }
   view_.RefreshPlanTable();

@@ -18,6 +18,7 @@
 #include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
 #include "ui/PlanFileDialogs.h"
+#include "ui/ProcedureWindows.h"
 #include "ui/FindWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
@@ -202,6 +203,21 @@ void Program::OpenWindow(std::string_view name) {
     if (!saveRoute_) saveRoute_ = std::make_unique<SaveRouteDialog>(state_, mapWindow_->Controller(), main_.get());
     saveRoute_->Refresh();
     saveRoute_->open();
+  } else if (name == "MenuOpenSid" || name == "MenuOpenStar") {
+    sidStar_ = std::make_unique<SidStarDialog>(state_, ui_, printFonts_, name == "MenuOpenSid", main_.get());
+    sidStar_->onPlanChanged = [this] {
+      mapWindow_->RefreshPlanTable();
+      mapWindow_->DrawMap();
+    };
+    if (sidStar_->Load()) sidStar_->open();
+  } else if (name == "menuOpenSegment" || name == "menuSaveSegment") {
+    segments_ = std::make_unique<SegmentDialog>(state_, ui_, name == "menuSaveSegment", main_.get());
+    segments_->onPlanChanged = [this] {
+      mapWindow_->RefreshPlanTable();
+      mapWindow_->DrawMap();
+    };
+    segments_->Load();
+    segments_->open();
   } else if (name == "PrintFP") {
     PrintPlanPapers(state_, printFonts_, ui_, main_.get());
   } else if (name == "PrintMap") {

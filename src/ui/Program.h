@@ -22,6 +22,8 @@ class AirportSelectWindow;
 class FuelDialog;
 class GpsWindow;
 class SaveRouteDialog;
+class SegmentDialog;
+class SidStarDialog;
 class HelpWindow;
 class FindWindow;
 class MainWindow;
@@ -80,6 +82,8 @@ private:
   std::unique_ptr<HelpWindow> helpWindow_;
   std::unique_ptr<GpsWindow> gpsWindow_;
   std::unique_ptr<SaveRouteDialog> saveRoute_;
+  std::unique_ptr<SidStarDialog> sidStar_;
+  std::unique_ptr<SegmentDialog> segments_;
   QtFontSet printFonts_;
 };
 
