@@ -7,6 +7,7 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTextBrowser>
 
 #include "app/PlanCommands.h"
@@ -15,7 +16,10 @@
 #include "support/TempDir.h"
 #include "ui/AircraftDialog.h"
 #include "ui/FuelWindow.h"
+#include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
+#include "ui/PlanFileDialogs.h"
+#include "ui/ProcedureWindows.h"
 #include "ui/MainWindow.h"
 #include "ui/QtUi.h"
 #include "ui/SplashWindow.h"
@@ -93,6 +97,42 @@ TEST(SideWindows, FuelAircraftAndHelpShowTheCoreState) {
   ASSERT_EQ(aircraft.List()->count(), 1);
   EXPECT_EQ(aircraft.List()->item(0)->text(), "Test Twin");
   EXPECT_EQ(aircraft.Box(AircraftBox::CruiseSpeedBox)->text(), "180");
+
+  // The plan windows: Save As offers the airports' file name, Save Route
+  // Segment lists the plan's rows.
+  struct NoView : MainWindowView {
+    void FocusMap() override {}
+    void DrawMap() override {}
+    void SetMapStatus(int, std::string_view) override {}
+    void RepositionMeasure() override {}
+    void ClearSelection() override {}
+    void SetOnTop(bool) override {}
+    void ShowPlan(bool) override {}
+    void SyncChecks() override {}
+    void OpenWindow(std::string_view) override {}
+    void CloseProgram() override {}
+    void RefreshPlanTable() override {}
+    void ShowReduced(bool) override {}
+  } view;
+  ManualTimers timers;
+  SystemClock clock;
+  MainWindowController controller(s, view, ui, timers, clock);
+  s.SaveRouteForm.Load(s.Plan, dir.Path().string(), "", dir.Path().string());
+  SaveRouteDialog save(s, controller);
+  save.Refresh();
+  EXPECT_EQ(save.FileName()->text(), "EDXXEDYY.pln");
+  SegmentDialog segment(s, ui, true);
+  segment.Load();
+  EXPECT_EQ(segment.Form().lstFpWaypoints.size(), static_cast<std::size_t>(s.Plan.LastRow + 1));
+
+  // The GPS window: its buttons with their captions and tool tips, a line
+  // written at its place.
+  GpsWindow gps(controller.Gps());
+  ASSERT_NE(gps.Button("cmdWx"), nullptr);
+  EXPECT_EQ(gps.Button("cmdWx")->text(), "Wx");
+  EXPECT_EQ(gps.Button("cmdDirTo")->toolTip(), "Go directly to");
+  gps.SetLine(20, "  TAS:   280", 65280);
+  EXPECT_EQ(gps.LineText(20), "  TAS:   280");
 
   HelpWindow help;
   EXPECT_TRUE(help.Browser()->toPlainText().contains("Flight plans"));
