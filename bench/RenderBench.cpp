@@ -14,6 +14,7 @@
 #include "map/RenderPass.h"
 #include "mapqt/MapPicture.h"
 #include "mapqt/QPainterTarget.h"
+#include "simlink/LiveDraw.h"
 
 #include "support/WorldFixture.h"
 
@@ -106,6 +107,30 @@ void FirstPassAt(benchmark::State& state, float lat, float lon, int32_t range) {
   }
 }
 
+// A live tick's drawing: the clean chart back from the back buffer, then the
+// active leg, the aircraft and the wind arrow over it; the pass itself runs
+// only when the centre or the range change.
+void BM_LiveTickOverlay(benchmark::State& state) {
+  QtFontSet& fonts = Fonts();
+  World& w = TheWorld();
+  Window window(fonts, 50.033f, 8.570f, 30);
+  MapRenderer renderer;
+  MapScene scene{window.view, w.colours, w.layers, w.db, w.plan};
+  renderer.DrawMap(scene, window.map, &window.back);
+  LiveOverlay overlay;
+  overlay.Lat = 50.1f;
+  overlay.Lon = 8.7f;
+  overlay.TrueHeading = 135;
+  overlay.WindDir = 270;
+  overlay.WindSpeed = 25;
+  for (auto _ : state) {
+    window.map.CopyPicture(window.back);
+    overlay.TrueHeading += 0.5f;
+    DrawLiveOverlay(window.map, window.view, w.plan, overlay);
+    benchmark::DoNotOptimize(window.map.Image().constBits());
+  }
+}
+
 void BM_Atlantic2000(benchmark::State& s) { RenderAt(s, 45.0f, -30.0f, 2000); }
 void BM_Europe400(benchmark::State& s) { RenderAt(s, 50.0f, 8.0f, 400); }
 void BM_Airport30(benchmark::State& s) { RenderAt(s, 50.033f, 8.570f, 30); }
@@ -113,6 +138,7 @@ void BM_Taxiways2(benchmark::State& s) { RenderAt(s, 50.033f, 8.570f, 2); }
 void BM_FirstPassAtlantic2000(benchmark::State& s) { FirstPassAt(s, 45.0f, -30.0f, 2000); }
 void BM_FirstPassEurope400(benchmark::State& s) { FirstPassAt(s, 50.0f, 8.0f, 400); }
 
+BENCHMARK(BM_LiveTickOverlay)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_Atlantic2000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_Europe400)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_Airport30)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
