@@ -47,6 +47,8 @@ constexpr Command kCommands[] = {
     {"online", "--appdir DIR online [--ivao|--vatsim] [--file F]", CmdOnline},
     {"metar", "--appdir DIR metar [--file F] [ICAO...]", CmdMetar},
     {"tracks", "--appdir DIR tracks nat|pacific [--file F]", CmdTracks},
+    {"logbook", "--appdir DIR logbook [--csv]", CmdLogbook},
+    {"replay", "replay FILE.rcd [--gpx OUT.gpx]", CmdReplay},
 };
 
 void Usage(std::ostream& err) {
