@@ -252,9 +252,23 @@ std::vector<std::string> LogbookHeadings() { return {"Date", "From", "To", "Take
 std::vector<std::vector<std::string>> LogbookGridRows(const std::vector<LogbookEntry>& book) {
   std::vector<std::vector<std::string>> rows;
   rows.reserve(book.size());
-  for (const auto& e : book)
-    rows.push_back({DateText(e.FlightDate), e.Departure, e.Destination, MinutesToHours(e.TakeoffMinutes),
-                    MinutesToHours(e.LandingMinutes)});
+  // The texts of a minute of the day and of the date before are made once.
+  std::vector<std::string> hours(1440);
+  auto hoursText = [&](std::int32_t m) {
+    if (m < 0 || m >= 1440) return MinutesToHours(m);
+    if (hours[m].empty()) hours[m] = MinutesToHours(m);
+    return hours[m];
+  };
+  double lastDate = 0;
+  std::string lastDateText;
+  for (const auto& e : book) {
+    if (lastDateText.empty() || e.FlightDate != lastDate) {
+      lastDate = e.FlightDate;
+      lastDateText = DateText(e.FlightDate);
+    }
+    rows.push_back({lastDateText, e.Departure, e.Destination, hoursText(e.TakeoffMinutes),
+                    hoursText(e.LandingMinutes)});
+  }
   return rows;
 }
 
