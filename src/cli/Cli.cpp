@@ -23,7 +23,7 @@ constexpr Command kCommands[] = {
      CmdPlan},
     {"fly",
      "--appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--autopilot] "
-     "[--time-scale N]",
+     "[--time-scale N] [--record FILE.rcd] [--log]",
      CmdFly},
     {"find", "find KIND TEXT", CmdFind},
     {"airport", "airport ICAO", CmdAirport},
