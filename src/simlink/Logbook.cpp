@@ -204,6 +204,8 @@ LogbookRead LoadLogbook(const std::filesystem::path& path) {
 LogbookWrite AddLogbookEntry(const std::filesystem::path& path, const LogbookEntry& entry, Ui* ui) {
   LogbookWrite w;
   LogbookRead book = LoadLogbook(path);
+  std::error_code folderError;
+  if (!path.parent_path().empty()) std::filesystem::create_directories(path.parent_path(), folderError);
   if (book.ok) {
     book.entries.push_back(entry);
     w.writtenTo = path;

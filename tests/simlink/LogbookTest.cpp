@@ -109,7 +109,7 @@ TEST(LogbookAutolog, FiguresOfTheEntryFromTheFlight) {
 
 TEST(LogbookBook, FirstFlightCreatesTheFileThenAppendsAndDeletes) {
   test::TempDir dir;
-  const auto path = dir.Path() / "Logbook.orv";
+  const auto path = dir.Path() / "user" / "Logbook.orv";  // the folder is made
   const LogbookWrite first = AddLogbookEntry(path, Flight("EDDF", "EDFE", 600, 660, 0));
   EXPECT_TRUE(first.ok);
   EXPECT_EQ(Read(path).substr(0, 4), std::string("\x01\0\0\0", 4));
