@@ -23,7 +23,7 @@ constexpr Command kCommands[] = {
      CmdPlan},
     {"fly",
      "--appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--autopilot] "
-     "[--time-scale N]",
+     "[--time-scale N] [--record FILE.rcd] [--log]",
      CmdFly},
     {"find", "find KIND TEXT", CmdFind},
     {"airport", "airport ICAO", CmdAirport},
@@ -47,6 +47,8 @@ constexpr Command kCommands[] = {
     {"online", "--appdir DIR online [--ivao|--vatsim] [--file F]", CmdOnline},
     {"metar", "--appdir DIR metar [--file F] [ICAO...]", CmdMetar},
     {"tracks", "--appdir DIR tracks nat|pacific [--file F]", CmdTracks},
+    {"logbook", "--appdir DIR logbook [--csv]", CmdLogbook},
+    {"replay", "replay FILE.rcd [--gpx OUT.gpx]", CmdReplay},
 };
 
 void Usage(std::ostream& err) {

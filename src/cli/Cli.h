@@ -65,6 +65,14 @@ int CmdOnline(const Context& ctx, const Args& args, std::ostream& out, std::ostr
 int CmdMetar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdTracks(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 
+// "logbook [--csv]": the headings, one line a flight and the total line of
+// frmLogbook, or the book as CSV. 1 when the book cannot be read completely.
+int CmdLogbook(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// "replay FILE.rcd [--gpx OUT]": the description, the sample count and one
+// line a sample with the labels of the stepping view; the track as GPX.
+// 1 when the recording is refused.
+int CmdReplay(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+
 // "load" with the given readers: the start-up's progress texts on out, its
 // messages on err, then "<Name> <count>" for each array. 1 when the start-up
 // ends the program. CmdLoad runs it with the database's own readers.

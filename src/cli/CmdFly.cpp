@@ -8,7 +8,9 @@
 
 #include "cli/Cli.h"
 #include "cli/CliPlan.h"
+#include "core/AppFolder.h"
 #include "core/Clock.h"
+#include "core/FileIo.h"
 #include "core/Runtime.h"
 #include "simlink/SimFlight.h"
 
@@ -18,7 +20,7 @@ namespace {
 
 constexpr const char* kFlyUsage =
     "usage: orvanta-cli --appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] "
-    "[--autopilot] [--time-scale N]";
+    "[--autopilot] [--time-scale N] [--record FILE.rcd] [--log]";
 
 int Refuse(std::ostream& err, const std::string& why) {
   err << "fly: " << why << "\n" << kFlyUsage << "\n";
@@ -34,8 +36,15 @@ int CmdFly(const Context& ctx, const Args& args, std::ostream& out, std::ostream
   // --time-scale takes a value; take it out before the plan options.
   Args planPart;
   FlyOptions options;
+  std::string recordFile;
   for (std::size_t i = 0; i < args.size(); ++i) {
-    if (args[i] == "--time-scale") {
+    if (args[i] == "--record") {
+      if (i + 1 >= args.size()) return Refuse(err, "--record needs a file");
+      recordFile = args[++i];
+      options.Record = true;
+    } else if (args[i] == "--log") {
+      options.Autolog = true;
+    } else if (args[i] == "--time-scale") {
       if (i + 1 >= args.size()) return Refuse(err, "--time-scale needs a value");
       std::optional<double> scale = ParseNumber(args[++i]);
       if (!scale || *scale < 0) return Refuse(err, "not a time scale: '" + args[i] + "'");
@@ -76,12 +85,32 @@ int CmdFly(const Context& ctx, const Args& args, std::ostream& out, std::ostream
   };
   FlyResult result = FlyPlan(s->Plan, s->Panel, s->Db.Airports.Airports, s->Aircraft.Current, s->Db.MagVar, options,
                              clock, print);
+  int code = 0;
+  if (options.Record) {
+    Recording& trace = result.Trace;
+    trace.RecDescription = std::string(s->Plan.Waypoints[0].Code.Trimmed()) + " " +
+                           std::string(s->Plan.Waypoints[static_cast<size_t>(s->Plan.LastRow)].Code.Trimmed());
+    std::string why;
+    const std::string bytes = WriteRecording(trace, &why);
+    if (bytes.empty() || !WriteFileAtomic(recordFile, bytes)) {
+      err << "fly: the recording is not written: " << (why.empty() ? "cannot write " + recordFile : why) << '\n';
+      code = 1;
+    } else {
+      out << "recorded " << trace.Samples.size() << " samples to " << recordFile << '\n';
+    }
+  }
+  for (const LogbookEntry& entry : result.LogEntries) {
+    const LogbookWrite w = AddLogbookEntry(AppFolder(ctx.appDir).Resolve(kLogbookFile), entry);
+    if (!w.message.empty()) err << "fly: " << w.message << '\n';
+    if (w.ok) out << "logbook " << entry.Departure << " " << entry.Destination << " to " << w.writtenTo.string() << '\n';
+    else code = 1;
+  }
   if (!result.AtDestination) {
     err << "fly: " << (result.Error.empty() ? std::string("the aircraft did not land at the destination") : result.Error)
         << '\n';
     return 1;
   }
-  return 0;
+  return code;
 }
 
 }  // namespace orv::cli

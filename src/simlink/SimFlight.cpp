@@ -66,6 +66,7 @@ void SimFlight::Advance(int64_t ms) {
     if (id == TimerId::Gps) {
       ++gpsTicks_;
       live_->TmGpsTick();
+      if (AfterGpsTick) AfterGpsTick();
     } else if (id == TimerId::AutoPilot) {
       ++apTicks_;
       autopilot_->TmAutoPilotTick();
@@ -118,7 +119,22 @@ FlyResult FlyPlan(FlightPlan& plan, PlanPanel& panel, const std::vector<AirportR
     report(event(FlightEvent::Landing));
   };
 
+  // Recording and the logbook.
+  TraceRecorder recorder;
+  if (options.Record)
+    flight.AfterGpsTick = [&] {
+      RecordTick(recorder, live.Snap, 0, ReadInMenu(live.Channel()), ReadPaused(live.Channel()));
+    };
+  host.LogEntry = [&] {
+    const DateTime today = clock.NowUtc();
+    result.LogEntries.push_back(AutologEntry(std::string(plan.Waypoints[0].Code.Trimmed()),
+                                             std::string(plan.Waypoints[static_cast<size_t>(plan.LastRow)].Code.Trimmed()),
+                                             ReadAtcStrings(live.Channel()), DateToDays(today), live.State(),
+                                             live.Snap));
+  };
+
   if (!flight.Connect(result.Error)) return result;
+  live.Menus.menuAutolog = options.Autolog;
   result.Connected = true;
   if (options.Autopilot) flight.Autopilot().CmdAutoHdgClick();
   sim.Fly(route);
@@ -138,6 +154,7 @@ FlyResult FlyPlan(FlightPlan& plan, PlanPanel& panel, const std::vector<AirportR
     }
   }
   result.SimSeconds = simSeconds;
+  result.Trace = std::move(recorder.Trace);
   result.GpsTicks = flight.GpsTicks();
   result.AutopilotTicks = flight.AutopilotTicks();
   result.Landed = landed;

@@ -14,6 +14,8 @@
 #include "map/Viewport.h"
 #include "simlink/BuiltinSim.h"
 #include "simlink/LiveTracking.h"
+#include "simlink/Logbook.h"
+#include "simlink/Recording.h"
 
 namespace orv {
 
@@ -42,6 +44,7 @@ public:
   void OnTakeoff() override { if (Takeoff) Takeoff(); }
   void OnPassed(int row) override { if (Passed) Passed(row); }
   void OnLanded() override { if (Landed) Landed(); }
+  void WriteLogEntry() override { if (LogEntry) LogEntry(); }
 
   int Draws = 0;
   bool GpsShown = false;
@@ -49,6 +52,7 @@ public:
   std::array<std::string, 20> Gps;  // by vertical position / 5
   std::function<void()> Takeoff, Landed;
   std::function<void(int)> Passed;
+  std::function<void()> LogEntry;  // menuAutolog's entry at the end of a flight
 };
 
 struct FlightEvent {
@@ -71,6 +75,12 @@ struct FlyOptions {
   // the plan's time and two hours.
   double MaxHours = 0;
   int FuelUnit = 2;
+
+  // Recording and the logbook: every GPS tick samples the trace as the
+  // program does (R of 0: a sample every 15 ticks); with Autolog set
+  // (menuAutolog) the end of the flight makes its logbook entry.
+  bool Record = false;
+  bool Autolog = false;
 };
 
 struct FlyResult {
@@ -82,6 +92,8 @@ struct FlyResult {
   int AutopilotTicks = 0;
   std::vector<FlightEvent> Events;
   std::string Error;
+  Recording Trace;                       // with FlyOptions::Record
+  std::vector<LogbookEntry> LogEntries;  // with FlyOptions::Autolog
 };
 
 // The parts of a simulated flight, wired together; exposed so that tests and
@@ -105,6 +117,8 @@ public:
   ViewState& View() { return view_; }
   int GpsTicks() const { return gpsTicks_; }
   int AutopilotTicks() const { return apTicks_; }
+  // Called after each live tick (recording).
+  std::function<void()> AfterGpsTick;
 
 private:
   FlightPlan& plan_;

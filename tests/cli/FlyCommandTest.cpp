@@ -6,6 +6,10 @@
 #include "cli/Cli.h"
 #include "database/AirportFile.h"
 #include "database/NavaidFiles.h"
+#include "core/Clock.h"
+#include "core/FileIo.h"
+#include "simlink/Logbook.h"
+#include "simlink/Recording.h"
 #include "simlink/FlightWorld.h"
 #include "support/AppFolderBuilder.h"
 #include "support/TempDir.h"
@@ -68,6 +72,52 @@ TEST(FlyCommand, FliesThePlanAndPrintsTakeoffPassesAndLanding) {
   CliRun unknown = Fly(app, {"EDDF", "XXXX"});
   EXPECT_EQ(unknown.code, 1);
   EXPECT_EQ(unknown.err, "fly: unknown airport 'XXXX'\n");
+}
+
+TEST(FlyCommand, RecordsTheFlightAndWritesItsLogbookEntry) {
+  test::TempDir dir;
+  const fs::path app = BuildFolder(dir.Path());
+  const fs::path rcd = dir.Path() / "flight.rcd";
+  CliRun r = Fly(app, {"EDDF", "EDDM", "--autopilot", "--record", rcd.string(), "--log"});
+  EXPECT_EQ(r.err, "");
+  ASSERT_EQ(r.code, 0);
+  // The flight's own times: "takeoff hh:mm:ss" and "landing hh:mm:ss".
+  std::smatch m;
+  ASSERT_TRUE(std::regex_search(r.out, m, std::regex("takeoff (\\d\\d):(\\d\\d):(\\d\\d)\n[^]*landing (\\d\\d):(\\d\\d):(\\d\\d)\n")));
+  auto minutes = [&](int at) {
+    return static_cast<int32_t>(std::stoi(m[at]) * 60 + std::stoi(m[at + 1]) + std::stoi(m[at + 2]) / 60.0f + 0.5f);
+  };
+
+  const RecordingRead rec = ReadRecording(ReadWholeText(rcd).value_or(""));
+  ASSERT_TRUE(rec.ok) << rec.error;
+  EXPECT_EQ(rec.rec.RecDescription, "EDDF EDDM");
+  EXPECT_NE(r.out.find("recorded " + std::to_string(rec.rec.Samples.size()) + " samples to "), std::string::npos);
+  EXPECT_EQ(rec.rec.Samples.size(), 263u);
+  // The first sample is on the takeoff roll, at 60 kt or more before the liftoff.
+  EXPECT_EQ(rec.rec.TraceTimes.front(), "10:00:15");
+  EXPECT_LT(rec.rec.TraceTimes.front(), m.str(1) + ":" + m.str(2) + ":" + m.str(3));
+  EXPECT_LE(rec.rec.TraceTimes.back(), m.str(4) + ":" + m.str(5) + ":" + m.str(6));
+
+  const LogbookRead book = LoadLogbook(app / "user" / "Logbook.orv");
+  ASSERT_TRUE(book.ok) << book.error;
+  ASSERT_EQ(book.entries.size(), 1u);
+  const LogbookEntry& e = book.entries[0];
+  EXPECT_NE(r.out.find("logbook EDDF EDDM to "), std::string::npos);
+  EXPECT_EQ(e.Departure + " " + e.Destination, "EDDF EDDM");
+  EXPECT_NEAR(e.FlightDate, DateToDays(SystemClock().NowUtc()), 1.0);
+  EXPECT_EQ(e.TakeoffMinutes, minutes(1));
+  EXPECT_EQ(e.LandingMinutes, minutes(4));
+  EXPECT_EQ(e.Distance, 162);
+  EXPECT_EQ(e.FlightNumber + "|" + e.TailNumber + "|" + e.Airline + "|" + e.AircraftType, "ORV123|D-AORV|Orvanta Air|B738");
+  EXPECT_EQ(e.FuelTakeoff, 6584);
+  EXPECT_EQ(e.FuelLanding, 6034);
+  EXPECT_EQ(e.MaxAltitudeFt, 29005);
+  int32_t highest = 0;
+  for (const TraceSample& s : rec.rec.Samples) highest = std::max(highest, s.Altitude);
+  EXPECT_LE(highest, e.MaxAltitudeFt);
+  std::string idents;
+  for (const LogEntry& w : e.Waypoints) idents += w.Ident + " ";
+  EXPECT_EQ(idents, "ASKIK ROLIS BURAM ");
 }
 
 }  // namespace
