@@ -11,6 +11,7 @@
 #include "map/MainMenu.h"
 #include "simlink/ImagePartner.h"
 #include "simlink/LiveDraw.h"
+#include "simlink/Logbook.h"
 #include "simlink/SimulatorChoice.h"
 
 namespace orv {
@@ -48,7 +49,7 @@ constexpr std::array<PlanEntry, 3> kPlanEntries = {{
 // interface.
 class MainWindowController::LinkHost : public LiveHost {
 public:
-  LinkHost(ProgramState& s, MainWindowView& v) : s_(s), v_(v) {}
+  LinkHost(ProgramState& s, MainWindowView& v, Ui& ui, const Clock& clock) : s_(s), v_(v), ui_(ui), clock_(clock) {}
   void FocusMap() override { v_.FocusMap(); }
   void DrawMap() override { v_.DrawMap(); }
   void SetMapStatus(int field, std::string_view text) override { v_.SetMapStatus(field, text); }
@@ -70,10 +71,22 @@ public:
   double MapWidth() const override { return v_.MapWidth(); }
   double MapHeight() const override { return v_.MapHeight(); }
   void OnPassed(int) override { v_.RefreshPlanTable(); }
+  // The landed flight into the logbook (menuAutolog); a damaged book is
+  // left whole and the flight goes to a file beside it.
+  void WriteLogEntry() override {
+    LiveTracking& live = *s_.Sim.Live;
+    const FlightPlan& plan = s_.Plan;
+    const LogbookEntry entry =
+        AutologEntry(plan.Waypoints[0].Code.Trimmed(), plan.Waypoints[static_cast<std::size_t>(plan.LastRow)].Code.Trimmed(),
+                     ReadAtcStrings(live.Channel()), DateToDays(clock_.NowUtc()), live.State(), live.Snap);
+    AddLogbookEntry(s_.Core.Folder.Resolve(kLogbookFile), entry, &ui_);
+  }
 
 private:
   ProgramState& s_;
   MainWindowView& v_;
+  Ui& ui_;
+  const Clock& clock_;
 };
 
 namespace {
@@ -95,7 +108,7 @@ constexpr int64_t kMaxStepMs = 2000;
 MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers,
                                            const Clock& clock)
     : s_(s), view_(view), ui_(ui), timers_(timers), clock_(clock), geo_(s.Db.MagVar),
-      linkHost_(std::make_unique<LinkHost>(s, view)), downloadLink_(std::make_unique<DownloadLink>(*this)) {}
+      linkHost_(std::make_unique<LinkHost>(s, view, ui, clock)), downloadLink_(std::make_unique<DownloadLink>(*this)) {}
 
 MainWindowController::~MainWindowController() {
   // The link and the download manager refer to the window: they go first.
@@ -128,7 +141,7 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
   if (e->kind == MenuKind::Heading) return true;
   if (e->kind == MenuKind::Toggle && IsWindowToggle(name)) return true;
   if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit" || name == "MenuLocal" ||
-      name == "MenuGPSWindow" || name == "MenuSimSource")
+      name == "MenuGPSWindow" || name == "MenuSimSource" || name == "menuAutolog")
     return true;
   for (const WindowEntry& w : kWindowEntries)
     if (w.Menu == name) return true;
@@ -166,6 +179,12 @@ bool MainWindowController::Menu(std::string_view name) {
   if (PlanFileMenu(name)) return true;
   if (name == "MenuLocal") {
     ConnectClick();
+    return true;
+  }
+  if (name == "menuAutolog") {
+    s_.Sim.Autolog = !s_.Sim.Autolog;
+    if (s_.Sim.Live) s_.Sim.Live->Menus.menuAutolog = s_.Sim.Autolog;
+    view_.SetMenuChecked(name, s_.Sim.Autolog);
     return true;
   }
   if (name == "MenuSimSource") {
@@ -235,6 +254,7 @@ bool MainWindowController::OpenLink() {
   sim.Live = std::make_unique<LiveTracking>(*sim.Channel, timers_, ui_, *linkHost_, s_.Plan, s_.Panel, s_.View,
                                             *sim.Geo, fuel);
   sim.Autopilot = std::make_unique<AutopilotCoupling>(*sim.Live);
+  sim.Live->Menus.menuAutolog = sim.Autolog;
   return true;
 }
 

@@ -27,6 +27,8 @@ struct SimSession {
   std::string Source = std::string(kBuiltinSource);
   // Simulated seconds per wall-clock second for the built-in simulator.
   double TimeScale = 1;
+  // menuAutolog: a landed flight goes into the logbook.
+  bool Autolog = false;
 
   // In the order they depend on each other: each is destroyed before what it
   // holds a reference to.
