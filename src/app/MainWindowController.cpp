@@ -329,6 +329,14 @@ bool MainWindowController::MouseDown(int button, bool shift, bool control, doubl
     view_.FocusMap();
     return true;
   }
+  if (button == 2) {
+    // The map point: the target of the GPS window's Go To, marked on the map.
+    s_.Overlays.MapPointLat = MapLatFromY(v, y);
+    s_.Overlays.MapPointLon = MapLonFromX(v, x, s_.Overlays.MapPointLat);
+    view_.DrawMap();
+    view_.FocusMap();
+    return true;
+  }
   return false;
 }
 

@@ -91,7 +91,8 @@ public:
   // A press on the map (button 1 left, 2 right) in surface units, before
   // the rubber band: with the simulator connected, shift and the left button
   // tune NAV1 or the ADF to the VOR, ILS or NDB under the pointer, control
-  // and the right button move the aircraft there. True when taken.
+  // and the right button move the aircraft there, the right button alone sets
+  // the map point that Go To flies to. True when taken.
   bool MouseDown(int button, bool shift, bool control, double x, double y);
   // btnReducedWindow.
   void SetReduced(bool on);

@@ -134,6 +134,8 @@ TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
   ASSERT_TRUE(f.c.MouseDown(1, true, false, MapXFromLon(v, 8.3, 50.05), MapYFromLat(v, 50.05)));
   EXPECT_EQ(f.s.Sim.Image->Get<uint16_t>(fsoff::Nav1), 0x1420);
   EXPECT_FALSE(f.c.MouseDown(1, false, false, 0, 0));  // a plain click is the rubber band's
+  ASSERT_TRUE(f.c.MouseDown(2, false, false, MapXFromLon(v, 8.3, 50.05), MapYFromLat(v, 50.05)));
+  EXPECT_NEAR(f.s.Overlays.MapPointLat, 50.05, 0.01);  // Go To's target
   f.c.Menu("MenuLocal");
   EXPECT_FALSE(f.s.Sim.Connected());
   EXPECT_FALSE(f.timers.Enabled(TimerId::Gps));
