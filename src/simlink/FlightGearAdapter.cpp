@@ -6,6 +6,8 @@
 #include <cstring>
 #include <memory>
 
+#include <nlohmann/json.hpp>
+
 #include "simlink/SimImage.h"
 
 namespace orv {
@@ -40,141 +42,17 @@ bool ParseDouble(std::string_view text, double& out) {
   return ec == std::errc() && end == text.data() + text.size() && std::isfinite(out) && std::fabs(out) <= 1e7;
 }
 
-// --- A small JSON reader for the property server's answers -------------------------
+// --- The property server's JSON answers ----------------------------------------
 
-struct Json {
-  enum Type { Null, Bool, Number, String, Array, Object } type = Null;
-  double number = 0;
-  std::string text;
-  std::vector<std::string> keys;  // an object's keys, with its values in items
-  std::vector<Json> items;         // an array's items, or an object's values
-
-  const Json* Member(std::string_view key) const {
-    if (type != Object) return nullptr;
-    for (std::size_t i = 0; i < keys.size() && i < items.size(); ++i)
-      if (keys[i] == key) return &items[i];
-    return nullptr;
-  }
-};
-
-class JsonReader {
- public:
-  explicit JsonReader(std::string_view s) : s_(s) {}
-  bool Parse(Json& out) {
-    if (!Value(out, 0)) return false;
-    Skip();
-    return pos_ == s_.size();
-  }
-
- private:
-  static constexpr int kMaxDepth = 48;
-  void Skip() {
-    while (pos_ < s_.size() && (s_[pos_] == ' ' || s_[pos_] == '\n' || s_[pos_] == '\r' || s_[pos_] == '\t')) ++pos_;
-  }
-  bool Literal(std::string_view word) {
-    if (s_.substr(pos_, word.size()) != word) return false;
-    pos_ += word.size();
-    return true;
-  }
-  bool Str(std::string& out) {
-    if (pos_ >= s_.size() || s_[pos_] != '"') return false;
-    ++pos_;
-    while (pos_ < s_.size()) {
-      const char c = s_[pos_++];
-      if (c == '"') return true;
-      if (c != '\\') {
-        out += c;
-        continue;
-      }
-      if (pos_ >= s_.size()) return false;
-      const char e = s_[pos_++];
-      switch (e) {
-        case 'n': out += '\n'; break;
-        case 't': out += '\t'; break;
-        case 'r': out += '\r'; break;
-        case 'b': out += '\b'; break;
-        case 'f': out += '\f'; break;
-        case 'u':
-          if (s_.size() - pos_ < 4) return false;
-          out += '?';  // call signs are ASCII; other characters are not needed
-          pos_ += 4;
-          break;
-        default: out += e; break;
-      }
-    }
-    return false;
-  }
-  bool Value(Json& v, int depth) {
-    if (depth > kMaxDepth) return false;
-    Skip();
-    if (pos_ >= s_.size()) return false;
-    const char c = s_[pos_];
-    if (c == '{') {
-      v.type = Json::Object;
-      ++pos_;
-      Skip();
-      if (pos_ < s_.size() && s_[pos_] == '}') return ++pos_, true;
-      for (;;) {
-        Skip();
-        std::string key;
-        if (!Str(key)) return false;
-        Skip();
-        if (pos_ >= s_.size() || s_[pos_++] != ':') return false;
-        v.keys.push_back(std::move(key));
-        v.items.emplace_back();
-        if (!Value(v.items.back(), depth + 1)) return false;
-        Skip();
-        if (pos_ >= s_.size()) return false;
-        if (s_[pos_] == ',') {
-          ++pos_;
-          continue;
-        }
-        if (s_[pos_] == '}') return ++pos_, true;
-        return false;
-      }
-    }
-    if (c == '[') {
-      v.type = Json::Array;
-      ++pos_;
-      Skip();
-      if (pos_ < s_.size() && s_[pos_] == ']') return ++pos_, true;
-      for (;;) {
-        v.items.emplace_back();
-        if (!Value(v.items.back(), depth + 1)) return false;
-        Skip();
-        if (pos_ >= s_.size()) return false;
-        if (s_[pos_] == ',') {
-          ++pos_;
-          continue;
-        }
-        if (s_[pos_] == ']') return ++pos_, true;
-        return false;
-      }
-    }
-    if (c == '"') {
-      v.type = Json::String;
-      return Str(v.text);
-    }
-    if (Literal("true")) return v.type = Json::Bool, v.number = 1, true;
-    if (Literal("false")) return v.type = Json::Bool, v.number = 0, true;
-    if (Literal("null")) return v.type = Json::Null, true;
-    const std::size_t start = pos_;
-    while (pos_ < s_.size() && std::strchr("+-0123456789.eE", s_[pos_])) ++pos_;
-    v.type = Json::Number;
-    return pos_ > start && ParseDouble(s_.substr(start, pos_ - start), v.number);
-  }
-
-  std::string_view s_;
-  std::size_t pos_ = 0;
-};
+using Json = nlohmann::json;
 
 // The child node of a property node by name ("children" of the server's JSON).
 const Json* Child(const Json& node, std::string_view name) {
-  const Json* children = node.Member("children");
-  if (!children || children->type != Json::Array) return nullptr;
-  for (const Json& c : children->items) {
-    const Json* n = c.Member("name");
-    if (n && n->type == Json::String && n->text == name) return &c;
+  const auto children = node.find("children");
+  if (children == node.end() || !children->is_array()) return nullptr;
+  for (const Json& c : *children) {
+    const auto n = c.find("name");
+    if (n != c.end() && n->is_string() && n->get_ref<const std::string&>() == name) return &c;
   }
   return nullptr;
 }
@@ -183,11 +61,16 @@ double NumberAt(const Json& node, std::initializer_list<std::string_view> path, 
   const Json* at = &node;
   for (std::string_view name : path)
     if (!(at = Child(*at, name))) return otherwise;
-  const Json* v = at->Member("value");
-  if (!v) return otherwise;
-  if (v->type == Json::Number || v->type == Json::Bool) return v->number;
-  double d;
-  return v->type == Json::String && ParseDouble(v->text, d) ? d : otherwise;
+  const auto v = at->find("value");
+  if (v == at->end()) return otherwise;
+  if (v->is_boolean()) return v->get<bool>() ? 1 : 0;
+  double d = 0;
+  if (v->is_number()) {
+    d = v->get<double>();
+    // Beyond anything a flight gives is nonsense, refused before a conversion overflows.
+    return std::isfinite(d) && std::fabs(d) <= 1e7 ? d : otherwise;
+  }
+  return v->is_string() && ParseDouble(v->get_ref<const std::string&>(), d) ? d : otherwise;
 }
 
 std::string JsonQuote(std::string_view s) {
@@ -247,15 +130,17 @@ bool ParseFlightGearLine(std::string_view line, AircraftState& s, double* elapse
 
 bool ParseAiModels(std::string_view text, std::vector<TrafficEntry>& out) {
   out.clear();
-  Json root;
-  if (!JsonReader(text).Parse(root) || root.type != Json::Object) return false;
-  const Json* children = root.Member("children");
-  if (!children || children->type != Json::Array) return true;  // no AI at all
+  const Json root = Json::parse(text, nullptr, false);
+  if (root.is_discarded() || !root.is_object()) return false;
+  const auto children = root.find("children");
+  if (children == root.end() || !children->is_array()) return true;  // no AI at all
   std::uint32_t id = 0;
-  for (const Json& c : children->items) {
+  for (const Json& c : *children) {
     ++id;
-    const Json* name = c.Member("name");
-    if (!name || name->type != Json::String || (name->text != "aircraft" && name->text != "multiplayer")) continue;
+    const auto name = c.find("name");
+    if (name == c.end() || !name->is_string() ||
+        (name->get_ref<const std::string&>() != "aircraft" && name->get_ref<const std::string&>() != "multiplayer"))
+      continue;
     if (NumberAt(c, {"valid"}, 1) == 0) continue;
     if (!Child(c, "position")) continue;
     TrafficEntry e;
@@ -268,8 +153,10 @@ bool ParseAiModels(std::string_view text, std::vector<TrafficEntry>& out) {
     if (hdg < -180) hdg += 360;
     e.Heading = static_cast<std::int16_t>(std::lround(hdg / kTrafficHeadingFactor));
     e.GroundSpeed = static_cast<std::uint16_t>(std::clamp(NumberAt(c, {"velocities", "true-airspeed-kt"}), 0.0, 65535.0));
-    if (const Json* cs = Child(c, "callsign"); cs && cs->Member("value") && cs->Member("value")->type == Json::String) {
-      const std::string& callsign = cs->Member("value")->text;
+    const Json* cs = Child(c, "callsign");
+    const auto value = cs ? cs->find("value") : c.end();
+    if (cs && value != cs->end() && value->is_string()) {
+      const std::string& callsign = value->get_ref<const std::string&>();
       std::memcpy(e.AtcId.data(), callsign.data(), std::min<std::size_t>(callsign.size(), e.AtcId.size() - 1));
     }
     out.push_back(e);
