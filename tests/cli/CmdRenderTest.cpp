@@ -5,23 +5,15 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliRun.h"
 #include "support/SmallWorldFolder.h"
 #include "support/TempDir.h"
 
 namespace orv::cli {
 namespace {
 
-struct Outcome {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-Outcome RunCli(const Args& args) {
-  std::ostringstream out, err;
-  int code = Run(args, out, err);
-  return {code, out.str(), err.str()};
-}
+using test::RunCli;
+using Outcome = test::CliRun;
 
 class CmdRenderTest : public ::testing::Test {
 protected:

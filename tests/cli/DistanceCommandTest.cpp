@@ -3,21 +3,13 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliRun.h"
 
 namespace orv::cli {
 namespace {
 
-struct Outcome {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-Outcome RunCli(const Args& args) {
-  std::ostringstream out, err;
-  int code = Run(args, out, err);
-  return {code, out.str(), err.str()};
-}
+using test::RunCli;
+using Outcome = test::CliRun;
 
 TEST(DistanceCommand, PrintsBothLegsWithTwoDecimals) {
   Outcome r = RunCli({"distance", "51.4775", "-0.461389", "40.639722", "-73.778889"});

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliRun.h"
 #include "database/AirportFile.h"
 #include "database/NavaidFiles.h"
 #include "core/Clock.h"
@@ -32,20 +33,11 @@ fs::path BuildFolder(const fs::path& root) {
   return b.Build();
 }
 
-struct CliRun {
-  int code = -1;
-  std::string out, err;
-};
+using test::CliRun;
 
 CliRun Fly(const fs::path& dir, cli::Args extra) {
-  std::ostringstream out, err;
-  cli::Args args = {"--appdir", dir.string(), "fly"};
-  args.insert(args.end(), extra.begin(), extra.end());
-  CliRun r;
-  r.code = cli::Run(args, out, err);
-  r.out = out.str();
-  r.err = err.str();
-  return r;
+  extra.insert(extra.begin(), "fly");
+  return test::RunCli(std::move(extra), dir);
 }
 
 TEST(FlyCommand, FliesThePlanAndPrintsTakeoffPassesAndLanding) {

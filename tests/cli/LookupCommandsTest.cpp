@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliRun.h"
 #include "database/AirportFile.h"
 #include "database/AirspaceFiles.h"
 #include "database/MagVar.h"
@@ -153,21 +154,9 @@ fs::path BuildFolder(const fs::path& root) {
   return root;
 }
 
-struct CliRun {
-  int code = -1;
-  std::string out, err;
-};
+using test::CliRun;
 
-CliRun RunCli(const fs::path& dir, cli::Args command) {
-  std::ostringstream out, err;
-  cli::Args args = {"--appdir", dir.string()};
-  args.insert(args.end(), command.begin(), command.end());
-  CliRun r;
-  r.code = cli::Run(args, out, err);
-  r.out = out.str();
-  r.err = err.str();
-  return r;
-}
+CliRun RunCli(const fs::path& dir, cli::Args command) { return test::RunCli(std::move(command), dir); }
 
 class LookupCommands : public ::testing::Test {
 protected:

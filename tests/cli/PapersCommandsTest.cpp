@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliRun.h"
 #include "core/FileIo.h"
 #include "support/SmallWorldFolder.h"
 #include "support/TempDir.h"
@@ -11,17 +12,8 @@
 namespace orv::cli {
 namespace {
 
-struct Outcome {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-Outcome RunCli(const Args& args) {
-  std::ostringstream out, err;
-  int code = Run(args, out, err);
-  return {code, out.str(), err.str()};
-}
+using test::RunCli;
+using Outcome = test::CliRun;
 
 TEST(PapersCommands, SidstarPrintAndPdfMap) {
   test::TempDir dir;

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "cli/Cli.h"
+#include "cli/CliRun.h"
 #include "core/FileIo.h"
 #include "database/AirportFile.h"
 #include "database/AirspaceFiles.h"
@@ -148,20 +149,11 @@ fs::path BuildFolder(const fs::path& root) {
   return b.Build();
 }
 
-struct CliRun {
-  int code = -1;
-  std::string out, err;
-};
+using test::CliRun;
 
 CliRun Plan(const fs::path& dir, cli::Args extra) {
-  std::ostringstream out, err;
-  cli::Args args = {"--appdir", dir.string(), "plan"};
-  args.insert(args.end(), extra.begin(), extra.end());
-  CliRun r;
-  r.code = cli::Run(args, out, err);
-  r.out = out.str();
-  r.err = err.str();
-  return r;
+  extra.insert(extra.begin(), "plan");
+  return test::RunCli(std::move(extra), dir);
 }
 
 TEST(PlanCommand, PrintsTheHighAltitudePlanTableAndTotals) {
