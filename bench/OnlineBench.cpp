@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 
+#include "BenchFonts.h"
 #include "database/NavDatabase.h"
 #include "map/Viewport.h"
 #include "mapqt/MapPicture.h"
@@ -69,16 +70,6 @@ void BM_IvaoText2000(benchmark::State& state) {
   }
 }
 
-QtFontSet& Fonts() {
-  static int argc = 1;
-  static char name[] = "OnlineBench";
-  static char* argv[] = {name, nullptr};
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static auto* app = new QGuiApplication(argc, argv);
-  static auto* fonts = new QtFontSet;
-  (void)app;
-  return *fonts;
-}
 
 // 2,000 pilots and 2,000 weather stations all inside a 400 NM view over
 // Europe: the worst a busy evening gives.

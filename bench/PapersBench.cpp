@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "BenchFonts.h"
 #include "core/AppState.h"
 #include "core/Startup.h"
 #include "documents/Papers.h"
@@ -78,17 +79,6 @@ struct Flight {
   std::unique_ptr<NavLookupDb> nav;
 };
 
-QtFontSet& Fonts() {
-  static int argc = 1;
-  static char name[] = "PapersBench";
-  static char* argv[] = {name, nullptr};
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  // Kept to the end of the process, as Qt's font cache must outlive the fonts.
-  static auto* app = new QGuiApplication(argc, argv);
-  static auto* fonts = new QtFontSet;
-  (void)app;
-  return *fonts;
-}
 
 void BM_PapersPdf(benchmark::State& st) {
   QtFontSet& fonts = Fonts();

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string_view>
 
+#include "BenchFonts.h"
 #include "map/RenderPass.h"
 #include "mapqt/MapPicture.h"
 #include "mapqt/QPainterTarget.h"
@@ -47,18 +48,6 @@ World& TheWorld() {
   return world;
 }
 
-QtFontSet& Fonts() {
-  static int argc = 1;
-  static char name[] = "RenderBench";
-  static char* argv[] = {name, nullptr};
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  // Kept to the end of the process: tearing the application down among the
-  // other statics at exit crashes in Qt's font cache.
-  static auto* app = new QGuiApplication(argc, argv);
-  static auto* fonts = new QtFontSet;
-  (void)app;
-  return *fonts;
-}
 
 // One chart window: its picture, back buffer and renderer live as long as
 // the window does, as in the program, where the map is drawn again every

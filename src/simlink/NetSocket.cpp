@@ -180,27 +180,32 @@ NetSocket TcpConnect(std::string_view host, std::uint16_t port, NetDeadline dead
   return s;
 }
 
-NetSocket TcpListen(std::string_view addrText, std::uint16_t port, std::string& error) {
+// A socket of the type bound to addrText:port. A stream socket takes the
+// port for itself alone; a failure names the address, and a busy port says so.
+static NetSocket BoundSocket(int type, std::string_view addrText, std::uint16_t port, std::string& error) {
   sockaddr_in addr;
   const std::string where = std::string(addrText) + ":" + std::to_string(port);
   if (!Resolve(addrText, port, addr)) {
     error = "unknown address " + std::string(addrText);
     return {};
   }
-  NetSocket s(NewSocket(SOCK_STREAM));
+  NetSocket s(NewSocket(type));
   if (!s.Valid()) {
     error = "no socket: " + NetErrorText(NetLastError());
     return {};
   }
+  const bool udp = type == SOCK_DGRAM;
+  if (!udp) {
 #ifdef _WIN32
-  // Windows lets a second program share the port with SO_REUSEADDR; exclusive
-  // use makes a busy port an error, as it is elsewhere.
-  int exclusive = 1;
-  setsockopt(s.Fd(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE, reinterpret_cast<const char*>(&exclusive), sizeof exclusive);
+    // Windows lets a second program share the port with SO_REUSEADDR; exclusive
+    // use makes a busy port an error, as it is elsewhere.
+    int exclusive = 1;
+    setsockopt(s.Fd(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE, reinterpret_cast<const char*>(&exclusive), sizeof exclusive);
 #else
-  int reuse = 1;
-  setsockopt(s.Fd(), SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
+    int reuse = 1;
+    setsockopt(s.Fd(), SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
 #endif
+  }
   if (bind(s.Fd(), reinterpret_cast<sockaddr*>(&addr), sizeof addr) != 0) {
     const int e = NetLastError();
 #ifdef _WIN32
@@ -208,9 +213,17 @@ NetSocket TcpListen(std::string_view addrText, std::uint16_t port, std::string& 
 #else
     const bool busy = e == EADDRINUSE;
 #endif
-    error = busy ? "port " + where + " is already in use" : "cannot listen on " + where + ": " + NetErrorText(e);
+    error = busy ? (udp ? "UDP port " : "port ") + where + " is already in use"
+                 : (udp ? "cannot bind UDP " : "cannot listen on ") + where + ": " + NetErrorText(e);
     return {};
   }
+  return s;
+}
+
+NetSocket TcpListen(std::string_view addrText, std::uint16_t port, std::string& error) {
+  NetSocket s = BoundSocket(SOCK_STREAM, addrText, port, error);
+  if (!s.Valid()) return {};
+  const std::string where = std::string(addrText) + ":" + std::to_string(port);
   if (listen(s.Fd(), 4) != 0) {
     error = "cannot listen on " + where + ": " + NetErrorText(NetLastError());
     return {};
@@ -316,27 +329,8 @@ NetIo RecvSome(NetSocket& s, void* data, std::size_t size, NetDeadline deadline,
 }
 
 NetSocket UdpBind(std::string_view addrText, std::uint16_t port, std::string& error) {
-  sockaddr_in addr;
-  const std::string where = std::string(addrText) + ":" + std::to_string(port);
-  if (!Resolve(addrText, port, addr)) {
-    error = "unknown address " + std::string(addrText);
-    return {};
-  }
-  NetSocket s(NewSocket(SOCK_DGRAM));
-  if (!s.Valid()) {
-    error = "no socket: " + NetErrorText(NetLastError());
-    return {};
-  }
-  if (bind(s.Fd(), reinterpret_cast<sockaddr*>(&addr), sizeof addr) != 0) {
-    const int e = NetLastError();
-#ifdef _WIN32
-    const bool busy = e == WSAEADDRINUSE || e == WSAEACCES;
-#else
-    const bool busy = e == EADDRINUSE;
-#endif
-    error = busy ? "UDP port " + where + " is already in use" : "cannot bind UDP " + where + ": " + NetErrorText(e);
-    return {};
-  }
+  NetSocket s = BoundSocket(SOCK_DGRAM, addrText, port, error);
+  if (!s.Valid()) return {};
   SetNonBlocking(s.Fd());
   return s;
 }
