@@ -23,7 +23,7 @@ struct WindowEntry {
   std::string_view Menu;
   std::string_view Window;
 };
-constexpr std::array<WindowEntry, 7> kWindowEntries = {{
+constexpr std::array<WindowEntry, 9> kWindowEntries = {{
     {"MenuFindObject", "frmFind"},
     {"MenuSelectAP", "OVRLL"},
     {"MenuEditUser", "frmUser"},
@@ -31,6 +31,8 @@ constexpr std::array<WindowEntry, 7> kWindowEntries = {{
     {"MenuAircraft", "Aircraft"},
     {"MenuHelp", "frmHelp"},
     {"MenuAbout", "frmAbout"},
+    {"MenuAPPrev", "APPrev"},
+    {"MenuSelParking", "frmSelParking"},
 }};
 
 struct PlanEntry {

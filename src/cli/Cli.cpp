@@ -26,7 +26,7 @@ constexpr Command kCommands[] = {
      "[--time-scale N] [--record FILE.rcd] [--log]",
      CmdFly},
     {"find", "find KIND TEXT", CmdFind},
-    {"airport", "airport ICAO", CmdAirport},
+    {"airport", "airport ICAO [--layout OUT.png [--size WxH]]", CmdAirport},
     {"magvar", "magvar LAT LON", CmdMagvar},
     {"render",
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "

@@ -11,6 +11,7 @@
 
 #include "app/PlanCommands.h"
 #include "app/ProgramLoad.h"
+#include "ui/AirportWindows.h"
 #include "ui/AircraftDialog.h"
 #include "ui/DemoScript.h"
 #include "ui/AirportSelectWindow.h"
@@ -218,11 +219,27 @@ void Program::OpenWindow(std::string_view name) {
     };
     segments_->Load();
     segments_->open();
+  } else if (name == "APPrev") {
+    if (!apPrev_) {
+      apPrev_ = std::make_unique<AirportPreviewWindow>(state_, ui_, main_.get());
+      apPrev_->onLayout = [this](int32_t airport) { OpenLayout(airport); };
+    }
+    apPrev_->Open();
+  } else if (name == "OVRLay") {
+    OpenLayout(apPrev_ && apPrev_->isVisible() ? apPrev_->Form().Airport : SideWindowAirport(state_));
+  } else if (name == "frmSelParking") {
+    if (!parking_) parking_ = std::make_unique<ParkingWindow>(state_, ui_, main_.get());
+    parking_->Open();
   } else if (name == "PrintFP") {
     PrintPlanPapers(state_, printFonts_, ui_, main_.get());
   } else if (name == "PrintMap") {
     PrintMapView(state_, printFonts_, main_.get());
   }
+}
+
+void Program::OpenLayout(int32_t airport) {
+  if (!layout_) layout_ = std::make_unique<LayoutWindow>(state_, main_.get());
+  layout_->Open(airport);
 }
 
 void Program::OpenFind() {

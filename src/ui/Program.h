@@ -18,6 +18,9 @@
 namespace orv::ui {
 
 class AircraftDialog;
+class AirportPreviewWindow;
+class LayoutWindow;
+class ParkingWindow;
 class AirportSelectWindow;
 class FuelDialog;
 class GpsWindow;
@@ -59,6 +62,7 @@ public:
 
 private:
   void OpenWindow(std::string_view name);
+  void OpenLayout(int32_t airport);
   // Re-centres the map on a position chosen in a side window.
   void CentreMap(float lat, float lon);
 
@@ -84,6 +88,9 @@ private:
   std::unique_ptr<SaveRouteDialog> saveRoute_;
   std::unique_ptr<SidStarDialog> sidStar_;
   std::unique_ptr<SegmentDialog> segments_;
+  std::unique_ptr<AirportPreviewWindow> apPrev_;
+  std::unique_ptr<LayoutWindow> layout_;
+  std::unique_ptr<ParkingWindow> parking_;
   QtFontSet printFonts_;
 };
 

@@ -8,7 +8,10 @@
 #include "core/FileIo.h"
 #include "core/Geodesy.h"
 
+#include "app/AirportWindows.h"
+#include "database/OvrLL.h"
 #include "app/MainWindowController.h"
+#include "core/Startup.h"
 #include "map/MainMenu.h"
 #include "support/FakeClock.h"
 #include "support/OnlineSamples.h"
@@ -168,6 +171,62 @@ TEST(ManualTimers, FireInDeadlineOrderFromWhenEnabled) {
   t.Advance(1000, [&](TimerId id) { order += std::string(TimerName(id)) + " "; });
   EXPECT_EQ(order, "tmrMousePos tmrMousePos tmGPS tmrMousePos Clock tmrMousePos tmGPS ");
   EXPECT_EQ(t.Now(), 1250);
+}
+
+}  // namespace
+}  // namespace orv
+
+namespace orv {
+namespace {
+
+TEST(SideWindows, AirportPreviewAndParkingPlaceTheAircraftOnlyWhenLinked) {
+  Fixture f;
+  FillNameTables(f.s.Core);
+  for (const char* menu : {"MenuAPPrev", "MenuSelParking"}) {
+    EXPECT_TRUE(MainWindowController::MenuAvailable(menu));
+    EXPECT_TRUE(f.c.Menu(menu));
+  }
+  EXPECT_NE(std::find(f.view.calls.begin(), f.view.calls.end(), "open APPrev"), f.view.calls.end());
+  EXPECT_NE(std::find(f.view.calls.begin(), f.view.calls.end(), "open frmSelParking"), f.view.calls.end());
+
+  // Without a plan the windows take the airport nearest the map's centre;
+  // with one its destination.
+  EXPECT_EQ(SideWindowAirport(f.s), 0);
+  AirportPreview preview;
+  ASSERT_TRUE(preview.Open(f.s));
+  EXPECT_EQ(preview.Caption, "Airport Preview - EDXX Main Field");
+  EXPECT_FALSE(preview.Find(f.s, "ZZZZ", f.ui));
+  EXPECT_EQ(f.ui.Messages().back(), kNoIcaoMatchText);
+  EXPECT_EQ(preview.Airport, 0);
+  EXPECT_TRUE(preview.Find(f.s, " edyy", f.ui));
+  EXPECT_EQ(preview.Caption, "Airport Preview - EDYY Hill Strip");
+
+  ParkingSelection parking;
+  ASSERT_TRUE(parking.Load(f.s, f.ui));
+  ASSERT_EQ(parking.Rows().size(), 3u);
+  EXPECT_EQ(parking.Rows()[0].Text, "GATE 1 (Ramp GA)");
+  EXPECT_EQ(parking.Rows()[1].Text, "Rwy 07");
+  EXPECT_EQ(parking.Rows()[2].Text, "Rwy 25");
+  // The 07 threshold lies 5000 ft (0.823 NM) from the middle on 250, facing 070.
+  const ParkingChoice& rwy07 = parking.Rows()[1];
+  EXPECT_NEAR(RhumbDistance(50.0f, 8.0f, rwy07.Lat, rwy07.Lon), 0.823, 0.01);
+  EXPECT_NEAR(RhumbCourse(50.0f, 8.0f, rwy07.Lat, rwy07.Lon), 250, 0.5);
+  EXPECT_EQ(rwy07.Heading, 70.0f);
+
+  EXPECT_FALSE(parking.Place(f.s, f.ui, 1));
+  EXPECT_EQ(f.ui.Messages().back(), kNotConnectedText);
+  f.c.Menu("MenuLocal");
+  ASSERT_TRUE(f.s.Sim.Connected());
+  ASSERT_TRUE(parking.Place(f.s, f.ui, 1));
+  f.timers.Advance(1000, [&](TimerId id) {
+    f.clock.tickMs += 250;
+    f.c.OnTimer(id);
+  });
+  EXPECT_NEAR(f.s.Sim.Live->Snap.Latitude, rwy07.Lat, 0.0005);
+  EXPECT_NEAR(f.s.Sim.Live->Snap.Longitude, rwy07.Lon, 0.0005);
+
+  SetPlanEnds(f.s, 0, 1);
+  EXPECT_EQ(SideWindowAirport(f.s), 1);
 }
 
 }  // namespace

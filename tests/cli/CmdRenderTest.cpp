@@ -73,3 +73,25 @@ TEST_F(CmdRenderTest, RefusesBadArguments) {
 
 }  // namespace
 }  // namespace orv::cli
+
+namespace orv::cli {
+namespace {
+
+TEST(AirportLayoutCommand, WritesTheRunwayWindowsPictureOfTheAskedSize) {
+  test::TempDir dir;
+  test::WriteSmallWorldFolder(dir.Path());
+  const std::string png = (dir.Path() / "edxx.png").string();
+  test::CliRun r = test::RunCli({"airport", "edxx", "--layout", png, "--size", "500x400"}, dir.Path());
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(r.out, "layout of EDXX written to " + png + " (500x400)\n");
+  QImage image(QString::fromStdString(png));
+  ASSERT_EQ(image.size(), QSize(500, 400));
+  // The map colour (MAP=0x400000, dark blue) at the corner, the runway
+  // colour (RWY=0x3F3F3F) at the middle, where the runway crosses.
+  EXPECT_EQ(image.pixel(2, 2), qRgb(0, 0, 0x40));
+  EXPECT_EQ(image.pixel(250, 200) & 0xFFFFFF, qRgb(0x3F, 0x3F, 0x3F) & 0xFFFFFF);
+  EXPECT_EQ(test::RunCli({"airport", "edxx", "--size", "10x10", "--layout", png}, dir.Path()).code, 2);
+}
+
+}  // namespace
+}  // namespace orv::cli

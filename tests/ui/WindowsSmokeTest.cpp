@@ -11,10 +11,12 @@
 #include <QTextBrowser>
 
 #include "app/PlanCommands.h"
+#include "core/Startup.h"
 #include "support/ScriptedUi.h"
 #include "support/SmallWorld.h"
 #include "support/TempDir.h"
 #include "ui/AircraftDialog.h"
+#include "ui/AirportWindows.h"
 #include "ui/FuelWindow.h"
 #include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
@@ -58,6 +60,35 @@ TEST(SplashWindow, ProgressGoesThroughTheUiSeam) {
   ui.RegisterWindow("OVRIntro", &s);
   ui.SetCaption("OVRIntro", "Caption \xB7 8-bit");
   EXPECT_EQ(s.windowTitle(), QString::fromUtf8("Caption \xC2\xB7 8-bit"));
+}
+
+TEST(SideWindows, AirportPreviewLayoutAndParkingShowTheCoreState) {
+  test::TempDir dir;
+  ProgramState s(dir.Path().string());
+  test::BuildSmallWorld(s.Db);
+  FillNameTables(s.Core);
+  test::ScriptedUi ui;
+  AirportPreviewWindow preview(s, ui);
+  int32_t laidOut = -1;
+  preview.onLayout = [&](int32_t airport) { laidOut = airport; };
+  ASSERT_TRUE(preview.Open());
+  EXPECT_EQ(preview.windowTitle(), "Airport Preview - EDXX Main Field");
+  EXPECT_EQ(preview.List("lstRunways")->count(), 1);
+  EXPECT_EQ(preview.List("lstParking")->item(0)->text(), "GATE 1   Ramp GA");
+  preview.findChild<QPushButton*>("cmdLayout")->click();
+  EXPECT_EQ(laidOut, 0);
+
+  LayoutWindow layout(s);
+  layout.Open(0);
+  EXPECT_TRUE(layout.windowTitle().startsWith("Runway Window - EDXX"));
+  ASSERT_FALSE(layout.Picture().isNull());
+  EXPECT_EQ(layout.Picture().pixel(1, 1), qRgb(0, 0, 0x40));  // the map colour
+
+  ParkingWindow parking(s, ui);
+  ASSERT_TRUE(parking.Open());
+  EXPECT_EQ(parking.List()->count(), 3);
+  EXPECT_FALSE(parking.SelectClick());  // no simulator: the window says so
+  EXPECT_EQ(ui.Messages().back(), kNotConnectedText);
 }
 
 TEST(SideWindows, FuelAircraftAndHelpShowTheCoreState) {
