@@ -23,7 +23,7 @@ struct WindowEntry {
   std::string_view Menu;
   std::string_view Window;
 };
-constexpr std::array<WindowEntry, 9> kWindowEntries = {{
+constexpr std::array<WindowEntry, 10> kWindowEntries = {{
     {"MenuFindObject", "frmFind"},
     {"MenuSelectAP", "OVRLL"},
     {"MenuEditUser", "frmUser"},
@@ -33,6 +33,7 @@ constexpr std::array<WindowEntry, 9> kWindowEntries = {{
     {"MenuAbout", "frmAbout"},
     {"MenuAPPrev", "APPrev"},
     {"MenuSelParking", "frmSelParking"},
+    {"MenuPref", "OVRPrefnew"},
 }};
 
 struct PlanEntry {

@@ -12,6 +12,7 @@
 #include "app/PlanCommands.h"
 #include "app/ProgramLoad.h"
 #include "ui/AirportWindows.h"
+#include "ui/OptionsWindow.h"
 #include "ui/AircraftDialog.h"
 #include "ui/DemoScript.h"
 #include "ui/AirportSelectWindow.h"
@@ -230,6 +231,14 @@ void Program::OpenWindow(std::string_view name) {
   } else if (name == "frmSelParking") {
     if (!parking_) parking_ = std::make_unique<ParkingWindow>(state_, ui_, main_.get());
     parking_->Open();
+  } else if (name == "OVRPrefnew") {
+    if (!options_) {
+      options_ = std::make_unique<OptionsDialog>(state_, ui_, main_.get());
+      options_->onApplied = [this] {
+        if (mapWindow_) mapWindow_->DrawMap();
+      };
+    }
+    options_->Open();
   } else if (name == "PrintFP") {
     PrintPlanPapers(state_, printFonts_, ui_, main_.get());
   } else if (name == "PrintMap") {

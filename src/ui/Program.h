@@ -20,6 +20,7 @@ namespace orv::ui {
 class AircraftDialog;
 class AirportPreviewWindow;
 class LayoutWindow;
+class OptionsDialog;
 class ParkingWindow;
 class AirportSelectWindow;
 class FuelDialog;
@@ -91,6 +92,7 @@ private:
   std::unique_ptr<AirportPreviewWindow> apPrev_;
   std::unique_ptr<LayoutWindow> layout_;
   std::unique_ptr<ParkingWindow> parking_;
+  std::unique_ptr<OptionsDialog> options_;
   QtFontSet printFonts_;
 };
 

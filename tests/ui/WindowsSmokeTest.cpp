@@ -17,6 +17,9 @@
 #include "support/TempDir.h"
 #include "ui/AircraftDialog.h"
 #include "ui/AirportWindows.h"
+#include "ui/OptionsWindow.h"
+#include "core/FileIo.h"
+#include <QComboBox>
 #include "ui/FuelWindow.h"
 #include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
@@ -168,6 +171,37 @@ TEST(SideWindows, FuelAircraftAndHelpShowTheCoreState) {
   HelpWindow help;
   EXPECT_TRUE(help.Browser()->toPlainText().contains("Flight plans"));
   EXPECT_TRUE(AboutText().contains("Version 8.0"));
+}
+
+}  // namespace
+}  // namespace orv::ui
+
+namespace orv::ui {
+namespace {
+
+TEST(SideWindows, OptionsShowTheSettingsAndPreviewATheme) {
+  test::TempDir dir;
+  ProgramState s(dir.Path().string());
+  test::BuildSmallWorld(s.Db);
+  WriteFileAtomic(dir.Path() / "orvcolor.ini", std::string_view("[Night]\r\nMAP=0\r\n"));
+  test::ScriptedUi ui;
+  OptionsDialog options(s, ui);
+  options.Open();
+  EXPECT_EQ(options.findChild<QLineEdit*>("SECLEN")->text(), "50");
+  ASSERT_EQ(options.ThemeBox()->count(), 1);
+  const QImage before = options.Preview()->pixmap().toImage();
+  options.Form().ApplyTheme("Night");
+  options.Form().SetValue("SECLEN", "300");
+  EXPECT_FALSE(options.OkClick());
+  EXPECT_EQ(ui.Messages().back(), "Sector Length: must be a whole number from 5 to 200.");
+  options.Form().SetValue("SECLEN", "60");
+  bool applied = false;
+  options.onApplied = [&] { applied = true; };
+  ASSERT_TRUE(options.OkClick());
+  EXPECT_TRUE(applied);
+  EXPECT_EQ(s.Core.Config.SecLen, 60);
+  EXPECT_EQ(s.Core.Config.Map, 0);
+  EXPECT_FALSE(before.isNull());
 }
 
 }  // namespace
