@@ -23,7 +23,7 @@ struct WindowEntry {
   std::string_view Menu;
   std::string_view Window;
 };
-constexpr std::array<WindowEntry, 10> kWindowEntries = {{
+constexpr std::array<WindowEntry, 11> kWindowEntries = {{
     {"MenuFindObject", "frmFind"},
     {"MenuSelectAP", "OVRLL"},
     {"MenuEditUser", "frmUser"},
@@ -34,6 +34,7 @@ constexpr std::array<WindowEntry, 10> kWindowEntries = {{
     {"MenuAPPrev", "APPrev"},
     {"MenuSelParking", "frmSelParking"},
     {"MenuPref", "OVRPrefnew"},
+    {"menuShowLogbook", "frmLogbook"},
 }};
 
 struct PlanEntry {
@@ -52,10 +53,19 @@ constexpr std::array<PlanEntry, 3> kPlanEntries = {{
 // interface.
 class MainWindowController::LinkHost : public LiveHost {
 public:
-  LinkHost(ProgramState& s, MainWindowView& v, Ui& ui, const Clock& clock) : s_(s), v_(v), ui_(ui), clock_(clock) {}
+  LinkHost(ProgramState& s, MainWindowView& v, Ui& ui, const Clock& clock, FlightAnalysis& analysis)
+      : s_(s), v_(v), ui_(ui), clock_(clock), analysis_(analysis) {}
   void FocusMap() override { v_.FocusMap(); }
   void DrawMap() override { v_.DrawMap(); }
-  void SetMapStatus(int field, std::string_view text) override { v_.SetMapStatus(field, text); }
+  void SetMapStatus(int field, std::string_view text) override {
+    // The field of the fuel is also the recording state's: the samples
+    // taken so far follow the fuel.
+    if (field == kStatusRecording && !s_.Trace.Trace().Samples.empty())
+      v_.SetMapStatus(field, std::string(text) + "   Rec " + std::to_string(s_.Trace.TraceLast() + 1));
+    else
+      v_.SetMapStatus(field, text);
+  }
+  void EndReplay() override { analysis_.EndReplay(); }
   void RepositionMeasure() override { v_.RepositionMeasure(); }
   void RestoreMapPicture() override { v_.RestoreMapPicture(); }
   void ShowGpsWindow(bool show) override { v_.ShowGpsWindow(show); }
@@ -90,6 +100,7 @@ private:
   MainWindowView& v_;
   Ui& ui_;
   const Clock& clock_;
+  FlightAnalysis& analysis_;
 };
 
 namespace {
@@ -111,7 +122,7 @@ constexpr int64_t kMaxStepMs = 2000;
 MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers,
                                            const Clock& clock)
     : s_(s), view_(view), ui_(ui), timers_(timers), clock_(clock), geo_(s.Db.MagVar),
-      linkHost_(std::make_unique<LinkHost>(s, view, ui, clock)), downloadLink_(std::make_unique<DownloadLink>(*this)) {}
+      linkHost_(std::make_unique<LinkHost>(s, view, ui, clock, analysis_)), downloadLink_(std::make_unique<DownloadLink>(*this)) {}
 
 MainWindowController::~MainWindowController() {
   // The link and the download manager refer to the window: they go first.
@@ -144,7 +155,8 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
   if (e->kind == MenuKind::Heading) return true;
   if (e->kind == MenuKind::Toggle && IsWindowToggle(name)) return true;
   if (ZoomIndexOfMenu(name) >= 0 || name == "MenuExit" || name == "MenuLocal" ||
-      name == "MenuGPSWindow" || name == "MenuSimSource" || name == "menuAutolog")
+      name == "MenuGPSWindow" || name == "MenuSimSource" || name == "menuAutolog" || name == "MenuReplay" ||
+      name == "MenuTraceReset")
     return true;
   for (const WindowEntry& w : kWindowEntries)
     if (w.Menu == name) return true;
@@ -188,6 +200,14 @@ bool MainWindowController::Menu(std::string_view name) {
     s_.Sim.Autolog = !s_.Sim.Autolog;
     if (s_.Sim.Live) s_.Sim.Live->Menus.menuAutolog = s_.Sim.Autolog;
     view_.SetMenuChecked(name, s_.Sim.Autolog);
+    return true;
+  }
+  if (name == "MenuReplay") {
+    analysis_.MenuReplayClick();
+    return true;
+  }
+  if (name == "MenuTraceReset") {
+    analysis_.MenuTraceResetClick();
     return true;
   }
   if (name == "MenuSimSource") {
@@ -265,6 +285,8 @@ void MainWindowController::ConnectClick() {
   SimSession& sim = s_.Sim;
   const bool wasConnected = sim.Connected();
   if (!OpenLink()) return;
+  // A connect during Flight Analysis ends it (the link's host is told).
+  sim.Live->Menus.MenuReplay = s_.Trace.MenuReplay;
   sim.Live->MenuLocalClick();
   if (!wasConnected && sim.Connected() && sim.Builtin && s_.Plan.LastRow >= 1)
     sim.Builtin->Fly(RouteFromPlan(s_.Plan, s_.Db.Airports.Airports));
@@ -291,7 +313,25 @@ bool MainWindowController::Button(std::string_view name, bool value) {
   return known;
 }
 
-bool MainWindowController::Key(int keyCode) { return MapKeyDown(s_.View, keyCode, view_, ui_); }
+bool MainWindowController::Key(int keyCode) {
+  if (!s_.Trace.ReplayActive) return MapKeyDown(s_.View, keyCode, view_, ui_);
+  // During Flight Analysis the cursor keys step through the samples; every
+  // key is followed by the display of the row and the focus on the map.
+  bool handled = true;
+  if (keyCode == 38 || keyCode == 40)
+    analysis_.Step(keyCode == 38);
+  else
+    handled = MapKeyDown(s_.View, keyCode, view_, ui_);
+  analysis_.ShowRow();
+  view_.FocusMap();
+  return handled;
+}
+
+bool MainWindowController::BarButton(std::string_view name) {
+  for (const BarButtonEntry& b : BottomBarButtons())
+    if (b.name == name) return Menu(b.menu);
+  return false;
+}
 
 void MainWindowController::Wheel(int delta) { MapWheel(s_.View, s_.Core.Config.MZoom != 0, delta, view_, ui_); }
 
@@ -383,6 +423,7 @@ void MainWindowController::OnTimer(TimerId id) {
       StepBuiltin();
       sim.Live->TmGpsTick();
       s_.Overlays.Sim = LiveMapState(*sim.Live);
+      analysis_.LiveSample();
       gps_.Update();
       break;
     case TimerId::AutoPilot:
@@ -393,6 +434,8 @@ void MainWindowController::OnTimer(TimerId id) {
 }
 
 void MainWindowController::ClockTick() {
+  // The recording state; while linked the tick writes it with the fuel.
+  if (!s_.Sim.Connected()) view_.SetMapStatus(kStatusRecording, RecordingStatusText(s_.Trace));
   // The timed download of the network data, while one of the network layers
   // is shown and the aircraft is tracked.
   if (s_.Online.Downloads) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "app/FlightAnalysis.h"
 #include "app/GpsWindow.h"
 #include "app/PlanCommands.h"
 #include "app/ProgramLayers.h"
@@ -60,6 +61,11 @@ public:
   virtual void SetMenuChecked(std::string_view name, bool on) {}
   virtual void SetMenuCaption(std::string_view name, std::string_view caption) {}
   virtual void SetMenuEnabled(std::string_view name, bool on) {}
+
+  // Flight Analysis: pctVert and the stepping labels shown or hidden, and
+  // the labels of the row shown (the profile is drawn again with them).
+  virtual void ShowReplay(bool on) {}
+  virtual void ShowReplayRow(const ReplayLabels& labels) {}
 };
 
 class MainWindowController {
@@ -83,6 +89,8 @@ public:
   static bool MenuAvailable(std::string_view name);
   // A toolbar button whose value is now value.
   bool Button(std::string_view name, bool value);
+  // A button of the bottom bar pnlButton: the command of its menu twin.
+  bool BarButton(std::string_view name);
   // The form's key handler (Windows key codes); true when handled.
   bool Key(int keyCode);
   void Wheel(int delta);
@@ -128,6 +136,8 @@ public:
 
   // frmGPSMM's buttons.
   GpsWindowLogic& Gps() { return gps_; }
+  // The Blackbox menu, its two file windows and the stepping view.
+  FlightAnalysis& Analysis() { return analysis_; }
 
   // A tick of one of the window's timers.
   void OnTimer(TimerId id);
@@ -151,6 +161,7 @@ private:
   std::unique_ptr<DownloadLink> downloadLink_;
   ProgramLayers layers_{s_, clock_};
   GpsWindowLogic gps_{s_, view_};
+  FlightAnalysis analysis_{s_, view_, ui_, timers_};
 };
 
 }  // namespace orv

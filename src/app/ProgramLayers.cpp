@@ -53,6 +53,10 @@ void ProgramLayers::DrawAt(MapLayerPlace place, const LayerContext& c, DrawTarge
         overlay.RouteColour = c.Colours.Route;
         overlay.WindColour = c.Colours.Wind;
         DrawLiveOverlay(t, c.View, s_.Plan, overlay);
+      } else if (s_.Trace.ReplayActive && !s_.Trace.Trace().Samples.empty()) {
+        // Flight Analysis: the aircraft at the sample shown.
+        const SimSnapshot& r = s_.Trace.ReplaySnap;
+        DrawLiveAircraft(t, c.View, r.Latitude, r.Longitude, r.TrueHeading, c.Colours.MovAc);
       }
       break;
     default: break;

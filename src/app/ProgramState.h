@@ -9,6 +9,7 @@
 
 #include "app/OnlineSession.h"
 #include "app/SimSession.h"
+#include "app/TraceSession.h"
 #include "core/AppState.h"
 #include "database/NavDatabase.h"
 #include "map/MainWindowLogic.h"
@@ -45,6 +46,7 @@ struct ProgramState {
   MapLayerRegistry Registry;  // the program's own layers in the render pass
 
   SimSession Sim;
+  TraceSession Trace;       // the recorded flight and Flight Analysis
   OnlineSession Online;
 
   // The view of the toggles that one click may change.

@@ -113,7 +113,7 @@ constexpr MenuEntry kEntries[] = {
     {"MenuTrace", "", "&Blackbox", K::Heading, ""},
     {"MenuTraceActive", "MenuTrace", "Show &Track", K::Toggle, ""},
     {"menuShowAlt", "MenuTrace", "Show &Altitude", K::Toggle, ""},
-    {"MenuReplay", "MenuTrace", "&Flight Analysis", K::Command, ""},
+    {"MenuReplay", "MenuTrace", "&Flight Analysis", K::Toggle, ""},
     {"MenuTraceReset", "MenuTrace", "&Reset / Save", K::Command, ""},
 
     {"menuVFR", "", "&VFR", K::Heading, ""},
@@ -162,7 +162,19 @@ constexpr std::array<std::string_view, 14> kReducedHidden = {
     "MenuMap", "MenuFlightplan", "MenuSidStar", "MenuWindow", "MenuGPS", "MenuZoom", "MenuTrace",
     "MenuExit", "menuLogbook", "menuVFR", "MenuAbout", "menuOnline", "menuTracks", "menuWx"};
 
+// The bottom bar, left to right: each button runs its menu twin.
+constexpr BarButtonEntry kBarButtons[] = {
+    {"cmdTracing", "Flight Analysis", "MenuReplay"},  {"cmdLogBook", "Logbook", "menuShowLogbook"},
+    {"cmdSelectAP", "Airport", "MenuSelectAP"},       {"cmdAircraft", "Aircraft", "MenuAircraft"},
+    {"cmdAPPreview", "Preview", "MenuAPPrev"},        {"cmdProcedure", "Procedure", "MenuProc"},
+    {"cmdSIDSTAR", "SID/STAR", "MenuOpenSid"},        {"cmdShowFP", "Plan", "MenuShowPlan"},
+    {"cmdLoAlt", "Low Alt", "MenuCreateLoAlt"},       {"cmdHiAlt", "High Alt", "MenuCreateHiAlt"},
+    {"cmdFuel", "Fuel", "MenuFuel"},                  {"cmdParking", "Parking", "MenuSelParking"},
+};
+
 }  // namespace
+
+std::span<const BarButtonEntry> BottomBarButtons() { return kBarButtons; }
 
 std::span<const MenuEntry> MainMenuEntries() { return kEntries; }
 

@@ -29,6 +29,14 @@ std::span<const MenuEntry> MainMenuEntries();
 // The entry of a control name, or nullptr.
 const MenuEntry* FindMenuEntry(std::string_view name);
 
+// A button of the bottom bar pnlButton and the menu entry whose command it runs.
+struct BarButtonEntry {
+  std::string_view name;     // "cmdTracing"
+  std::string_view caption;
+  std::string_view menu;     // "MenuReplay"
+};
+std::span<const BarButtonEntry> BottomBarButtons();
+
 // The top-level menus that reduced mode hides.
 std::span<const std::string_view> ReducedModeHiddenMenus();
 

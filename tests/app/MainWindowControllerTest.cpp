@@ -131,6 +131,9 @@ TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
   EXPECT_EQ(snap.Airborne, -1);
   EXPECT_GT(GcDistance(lat0, lon0, snap.Latitude, snap.Longitude), 3.0);
   EXPECT_EQ(f.s.View.CurrentLat, snap.Latitude);
+  // The trace: a sample every 15 ticks once the aircraft rolls at 60 kt.
+  EXPECT_GE(f.s.Trace.Trace().Samples.size(), 30u);
+  EXPECT_EQ(f.s.Overlays.Trace.size(), f.s.Trace.Trace().Samples.size());
   // Shift and the left button on the VOR at 50.05 N 8.3 E tune NAV1 to it;
   // control and the right button move the aircraft to the click.
   const ViewState& v = f.s.View;
