@@ -22,6 +22,7 @@
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
 #include "ui/QtUi.h"
+#include "ui/RecordingWindows.h"
 
 namespace orv::ui {
 
@@ -84,6 +85,8 @@ MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& ti
   BuildToggleBar();
   BuildStatusLine();
   BuildPlanPanel();
+  BuildButtonBar();
+  replay_ = new ReplayView(w_, *map_, controller_, fonts_);
   for (const MenuEntry& e : MainMenuEntries())
     if (QAction* a = w_.Action(std::string(e.name))) a->setEnabled(MainWindowController::MenuAvailable(e.name));
   map_->onKey = [this](int code) { controller_.Key(code); };
@@ -121,6 +124,24 @@ void MapWindow::BuildToggleBar() {
   connect(reducedButton_, &QAction::triggered, this, [this](bool on) { controller_.SetReduced(on); });
 }
 
+void MapWindow::BuildButtonBar() {
+  buttonBar_ = new QToolBar("Buttons", &w_);
+  buttonBar_->setObjectName("pnlButton");
+  buttonBar_->setMovable(false);
+  w_.addToolBar(Qt::BottomToolBarArea, buttonBar_);
+  for (const BarButtonEntry& b : BottomBarButtons()) {
+    QAction* a = buttonBar_->addAction(ToQt(b.caption));
+    a->setObjectName(ToQt(b.name));
+    a->setEnabled(MainWindowController::MenuAvailable(b.menu));
+    const std::string name(b.name);
+    connect(a, &QAction::triggered, this, [this, name] { controller_.BarButton(name); });
+  }
+}
+
+void MapWindow::ShowReplay(bool on) { replay_->Show(on); }
+
+void MapWindow::ShowReplayRow(const ReplayLabels& labels) { replay_->ShowRow(labels); }
+
 void MapWindow::QtUiThread::Post(std::function<void()> task) {
   QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(task), Qt::QueuedConnection);
 }
@@ -149,6 +170,9 @@ void MapWindow::SetMenuCaption(std::string_view name, std::string_view caption) 
 
 void MapWindow::SetMenuEnabled(std::string_view name, bool on) {
   if (QAction* a = w_.Action(std::string(name))) a->setEnabled(on);
+  // The bottom bar's buttons go by the same names ("cmdTracing").
+  for (QAction* a : buttonBar_->actions())
+    if (a->objectName() == ToQt(name)) a->setEnabled(on);
 }
 
 void MapWindow::BuildStatusLine() {
@@ -224,6 +248,7 @@ void MapWindow::ShowReduced(bool on) {
   for (std::string_view top : ReducedModeHiddenMenus())
     if (QAction* a = w_.Action(std::string(top))) a->setVisible(!on);
   w_.statusBar()->setVisible(!on);
+  buttonBar_->setVisible(!on);
   reducedButton_->setChecked(on);
   if (on && w_.isMaximized()) OnWindowResized(true);
 }

@@ -26,6 +26,7 @@ namespace orv::ui {
 class MainWindow;
 class MapWidget;
 class PlanTableModel;
+class ReplayView;
 
 class MapWindow : public QObject, public MainWindowView {
   Q_OBJECT
@@ -79,6 +80,12 @@ public:
   void SetMenuChecked(std::string_view name, bool on) override;
   void SetMenuCaption(std::string_view name, std::string_view caption) override;
   void SetMenuEnabled(std::string_view name, bool on) override;
+  void ShowReplay(bool on) override;
+  void ShowReplayRow(const ReplayLabels& labels) override;
+
+  // pnlButton, the bottom bar, and the stepping view of Flight Analysis.
+  QToolBar* ButtonBar() { return buttonBar_; }
+  ReplayView* Replay() { return replay_; }
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -87,6 +94,7 @@ private:
   void BuildToggleBar();
   void BuildStatusLine();
   void BuildPlanPanel();
+  void BuildButtonBar();
   void OnWindowResized(bool stateChange);
 
   // Finished transfers come back through the event loop.
@@ -104,6 +112,8 @@ private:
   QtFontSet fonts_;
   MapWidget* map_ = nullptr;
   QToolBar* toggles_ = nullptr;
+  QToolBar* buttonBar_ = nullptr;
+  ReplayView* replay_ = nullptr;
   std::array<QLabel*, 7> status_{};
   QDockWidget* planDock_ = nullptr;
   QTableView* table_ = nullptr;

@@ -19,6 +19,8 @@
 #include "ui/FuelWindow.h"
 #include "ui/GpsWindow.h"
 #include "ui/HelpWindows.h"
+#include "ui/LogbookDialog.h"
+#include "ui/RecordingWindows.h"
 #include "ui/PlanFileDialogs.h"
 #include "ui/ProcedureWindows.h"
 #include "ui/FindWindow.h"
@@ -243,6 +245,16 @@ void Program::OpenWindow(std::string_view name) {
     PrintPlanPapers(state_, printFonts_, ui_, main_.get());
   } else if (name == "PrintMap") {
     PrintMapView(state_, printFonts_, main_.get());
+  } else if (name == "frmLoadRec") {
+    // Modal: Flight Analysis goes on when the window has closed.
+    LoadRecDialog dialog(mapWindow_->Controller().Analysis(), main_.get());
+    dialog.exec();
+  } else if (name == "frmSaveRec") {
+    SaveRecDialog dialog(mapWindow_->Controller().Analysis(), main_.get());
+    dialog.exec();
+  } else if (name == "frmLogbook") {
+    if (!logbook_) logbook_ = std::make_unique<LogbookDialog>(state_, ui_, printFonts_, main_.get());
+    logbook_->Open();
   }
 }
 

@@ -29,6 +29,7 @@ class SaveRouteDialog;
 class SegmentDialog;
 class SidStarDialog;
 class HelpWindow;
+class LogbookDialog;
 class FindWindow;
 class MainWindow;
 class MapWindow;
@@ -93,6 +94,7 @@ private:
   std::unique_ptr<LayoutWindow> layout_;
   std::unique_ptr<ParkingWindow> parking_;
   std::unique_ptr<OptionsDialog> options_;
+  std::unique_ptr<LogbookDialog> logbook_;
   QtFontSet printFonts_;
 };
 
