@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
 #include "app/MainWindowController.h"
@@ -49,6 +50,16 @@ void RunFrom(std::shared_ptr<std::vector<ScriptStep>> steps, std::size_t i, Prog
     }
   } else if (step.Verb == "menu") {
     if (!c.Menu(step.Arg)) std::fprintf(stderr, "ORV_SCRIPT: menu entry '%s' did nothing\n", step.Arg.c_str());
+  } else if (step.Verb == "replay") {
+    // A recording by its path, or by its name in the user folder.
+    std::filesystem::path file = step.Arg;
+    if (!std::filesystem::exists(file)) file = c.Analysis().UserFolder() / step.Arg;
+    if (!c.Analysis().OpenRecording(file)) std::fprintf(stderr, "ORV_SCRIPT: no recording '%s'\n", step.Arg.c_str());
+  } else if (step.Verb == "key") {
+    // "38" or "38*40": a key code, pressed that many times.
+    const std::size_t star = step.Arg.find('*');
+    const int times = star == std::string::npos ? 1 : static_cast<int>(Val(step.Arg.substr(star + 1)));
+    for (int k = 0; k < times; ++k) c.Key(static_cast<int>(Val(step.Arg.substr(0, star))));
   } else if (step.Verb == "scale") {
     s.Sim.TimeScale = Val(step.Arg);
   } else if (step.Verb == "wait") {

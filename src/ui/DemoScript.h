@@ -2,7 +2,9 @@
 // for documentation pictures and for driving the real window in checks
 // without a person: "plan:EDDF-EDDM;menu:MenuCreateHiAlt;menu:MenuLocal;
 // scale:30;wait:20000;shot:docs/flight.png;quit". Steps run one after the
-// other on the event loop; a wait lets the timers run in between.
+// other on the event loop; a wait lets the timers run in between. replay:FILE
+// opens a recording in Flight Analysis (a path, or a name in the user
+// folder) and key:38*40 presses a key (by its code) that many times.
 #pragma once
 
 #include <string>
@@ -16,7 +18,7 @@ struct ProgramState;
 namespace orv::ui {
 
 struct ScriptStep {
-  std::string Verb;  // plan, menu, scale, wait, shot, quit
+  std::string Verb;  // plan, menu, replay, key, scale, wait, shot, quit
   std::string Arg;
 };
 
