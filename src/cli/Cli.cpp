@@ -47,7 +47,7 @@ constexpr Command kCommands[] = {
     {"online", "--appdir DIR online [--ivao|--vatsim] [--file F]", CmdOnline},
     {"metar", "--appdir DIR metar [--file F] [ICAO...]", CmdMetar},
     {"tracks", "--appdir DIR tracks nat|pacific [--file F]", CmdTracks},
-    {"logbook", "--appdir DIR logbook [--csv]", CmdLogbook},
+    {"logbook", "--appdir DIR logbook [--csv] [--pdf OUT.pdf]", CmdLogbook},
     {"replay", "replay FILE.rcd [--gpx OUT.gpx]", CmdReplay},
 };
 

@@ -1,12 +1,16 @@
-// "logbook [--csv]" and "replay FILE.rcd [--gpx OUT]".
+// "logbook [--csv] [--pdf OUT.pdf]" and "replay FILE.rcd [--gpx OUT]".
 #include <chrono>
 #include <filesystem>
 #include <ostream>
 
+#include "app/LogbookWindow.h"
 #include "cli/Cli.h"
+#include "cli/CliGui.h"
 #include "core/AppFolder.h"
 #include "core/FileIo.h"
 #include "core/Runtime.h"
+#include "mapqt/PaperPdf.h"
+#include "mapqt/QtFontSet.h"
 #include "simlink/Logbook.h"
 #include "simlink/Recording.h"
 
@@ -14,9 +18,13 @@ namespace orv::cli {
 
 int CmdLogbook(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err) {
   bool csv = false;
-  for (const auto& a : args) {
+  std::string pdf;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
     if (a == "--csv") {
       csv = true;
+    } else if (a == "--pdf" && i + 1 < args.size()) {
+      pdf = args[++i];
     } else {
       err << "logbook: unknown option " << a << "\n";
       return 2;
@@ -27,6 +35,21 @@ int CmdLogbook(const Context& ctx, const Args& args, std::ostream& out, std::ost
   if (!book.ok) {
     err << book.error << "\n";
     return 1;
+  }
+  if (!pdf.empty()) {
+    // The printed book of frmLogbook, into a PDF file.
+    auto app = EnsureGuiApplication();
+    QtFontSet fonts;
+    const LogbookPaper paper = LogbookPaperOf(book.entries);
+    std::string why;
+    const int pages = WritePdf(pdf, fonts, false, "Orvanta Logbook",
+                               [&](DrawTarget& t) { return PrintLogbook(t, paper); }, &why);
+    if (pages == 0) {
+      err << "logbook: " << pdf << ": " << why << "\n";
+      return 1;
+    }
+    out << "printed " << pdf << " (" << pages << (pages == 1 ? " page" : " pages") << ")\n";
+    return 0;
   }
   if (csv) {
     out << LogbookToCsv(book.entries);

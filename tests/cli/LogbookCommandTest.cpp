@@ -28,6 +28,11 @@ TEST(LogbookCommand, GridLinesTotalAndCsv) {
   std::ostringstream csv, e2;
   ASSERT_EQ(cli::Run({"--appdir", dir.Path().string(), "logbook", "--csv"}, csv, e2), 0);
   EXPECT_EQ(csv.str().substr(csv.str().find('\n') + 1, 35), "2026-11-24,EDDF,EDFE,10:00,11:15,75");
+  const std::string pdf = (dir.Path() / "book.pdf").string();
+  std::ostringstream o4, e4;
+  ASSERT_EQ(cli::Run({"--appdir", dir.Path().string(), "logbook", "--pdf", pdf}, o4, e4), 0) << e4.str();
+  EXPECT_EQ(o4.str(), "printed " + pdf + " (1 page)\n");
+  EXPECT_EQ(ReadWholeText(pdf).value_or("").substr(0, 5), "%PDF-");
 
   dir.Write("user/Logbook.orv", std::string("\x05\0\0\0", 4));
   std::ostringstream o3, e3;
