@@ -68,9 +68,14 @@ void FlightAnalysis::LiveSample() {
   if (!sim.Connected() || s_.Trace.ReplayActive || !sim.Live->State().TrackingActive) return;
   LiveTracking& live = *sim.Live;
   // The rate follows the ground speed: a fast aircraft is sampled more
-  // often, so that its ribbon keeps the same detail on the map.
-  const bool taken = RecordTick(s_.Trace.Recorder, live.Snap, live.Snap.GroundSpeed, ReadInMenu(live.Channel()),
-                                ReadPaused(live.Channel()));
+  // often, so that its ribbon keeps the same detail on the map. The menu
+  // and pause flags cost two round trips to the simulator: they are read
+  // only on the tick that may take a sample.
+  const std::int32_t rate = live.Snap.GroundSpeed;
+  const bool due = s_.Trace.Recorder.Counter + 1 > TraceInterval(rate);
+  const bool inMenu = due && ReadInMenu(live.Channel());
+  const bool paused = due && !inMenu && ReadPaused(live.Channel());
+  const bool taken = RecordTick(s_.Trace.Recorder, live.Snap, rate, inMenu, paused);
   if (!taken) return;
   SyncMapTrace();
   if (s_.Layers.MenuTraceActive && s_.View.MapReady) view_.DrawMap();
