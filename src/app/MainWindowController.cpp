@@ -68,6 +68,10 @@ public:
   void EndReplay() override { analysis_.EndReplay(); }
   void RepositionMeasure() override { v_.RepositionMeasure(); }
   void RestoreMapPicture() override { v_.RestoreMapPicture(); }
+  void DrawHoverAndMeasure() override {
+    if (mouse) mouse->RedrawOverlays();
+  }
+  MapMouse* mouse = nullptr;
   void ShowGpsWindow(bool show) override { v_.ShowGpsWindow(show); }
   void GpsLine(int y, std::string_view text, Colour colour) override { v_.GpsLine(y, text, colour); }
   void DrawAircraft(float lat, float lon, float trueHeading) override { v_.DrawAircraft(lat, lon, trueHeading); }
@@ -122,7 +126,9 @@ constexpr int64_t kMaxStepMs = 2000;
 MainWindowController::MainWindowController(ProgramState& s, MainWindowView& view, Ui& ui, Timers& timers,
                                            const Clock& clock)
     : s_(s), view_(view), ui_(ui), timers_(timers), clock_(clock), geo_(s.Db.MagVar),
-      linkHost_(std::make_unique<LinkHost>(s, view, ui, clock, analysis_)), downloadLink_(std::make_unique<DownloadLink>(*this)) {}
+      linkHost_(std::make_unique<LinkHost>(s, view, ui, clock, analysis_)), downloadLink_(std::make_unique<DownloadLink>(*this)) {
+  linkHost_->mouse = &mouse_;
+}
 
 MainWindowController::~MainWindowController() {
   // The link and the download manager refer to the window: they go first.
@@ -138,6 +144,7 @@ void MainWindowController::Load(float lat, float lon) {
   view_.SyncChecks();
   view_.SetMapStatus(kStatusRange, RangeText(CurrentLabel(s_.View)));
   timers_.SetEnabled(TimerId::Clock, true);
+  timers_.SetEnabled(TimerId::MousePos, true);
   s_.View.MapReady = true;
 }
 
@@ -307,6 +314,10 @@ void MainWindowController::StepBuiltin() {
 }
 
 bool MainWindowController::Button(std::string_view name, bool value) {
+  if (name == "rbnMeasure") {
+    mouse_.SetMeasure(value);
+    return true;
+  }
   MainWindowState toggles = s_.Toggles();
   const bool known = ButtonClicked(toggles, name, value, view_);
   view_.SyncChecks();
@@ -314,6 +325,7 @@ bool MainWindowController::Button(std::string_view name, bool value) {
 }
 
 bool MainWindowController::Key(int keyCode) {
+  if (keyCode == 27) mouse_.Escape();
   if (!s_.Trace.ReplayActive) return MapKeyDown(s_.View, keyCode, view_, ui_);
   // During Flight Analysis the cursor keys step through the samples; every
   // key is followed by the display of the row and the focus on the map.
@@ -383,6 +395,18 @@ bool MainWindowController::MouseDown(int button, bool shift, bool control, doubl
   return false;
 }
 
+void MainWindowController::MapPress(int button, bool shift, bool control, double x, double y) {
+  if (MouseDown(button, shift, control, x, y)) return;
+  mouse_.Press(button, x, y);
+}
+
+void MainWindowController::MapMove(double x, double y) { mouse_.Move(x, y); }
+
+void MainWindowController::MapRelease(int button, bool shift, double x, double y) {
+  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+  if (mouse_.Release(button, x, y, x1, y1, x2, y2) && !shift) Band(x1, y1, x2, y2);
+}
+
 void MainWindowController::SetReduced(bool on) {
   s_.Window.ReducedWindow = on;
   view_.ShowReduced(on);
@@ -429,7 +453,7 @@ void MainWindowController::OnTimer(TimerId id) {
     case TimerId::AutoPilot:
       if (sim.Autopilot) sim.Autopilot->TmAutoPilotTick();
       break;
-    case TimerId::MousePos: break;
+    case TimerId::MousePos: mouse_.Tick(); break;
   }
 }
 

@@ -5,11 +5,13 @@
 // same controller with a recording view.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
 #include "app/FlightAnalysis.h"
 #include "app/GpsWindow.h"
+#include "app/MapMouse.h"
 #include "app/PlanCommands.h"
 #include "app/ProgramLayers.h"
 #include "app/ProgramState.h"
@@ -66,6 +68,19 @@ public:
   // the labels of the row shown (the profile is drawn again with them).
   virtual void ShowReplay(bool on) {}
   virtual void ShowReplayRow(const ReplayLabels& labels) {}
+  // What the map mouse draws and shows (MapMouse).
+  // Draws straight on the map surface, not into its back buffer, and shows it.
+  virtual void DrawOnMap(const std::function<void(DrawTarget&)>& draw) {}
+  virtual void SetMapStatusColour(int field, Colour colour) {}
+  // pnlToggleButtons popped up or away.
+  virtual void ShowTogglePanel(bool visible) {}
+  // lnMeasure and MeasureLabel, over the map in surface units.
+  virtual void SetMeasureLine(bool visible, double x1, double y1, double x2, double y2) {}
+  virtual void SetMeasureLabel(bool visible, double x, double y, std::string_view text) {}
+  // rbnMeasure's state set by the core (Esc).
+  virtual void SetMeasureButton(bool on) {}
+  // The surface takes the keyboard focus, so that the wheel reaches it.
+  virtual void FocusSurface() {}
 };
 
 class MainWindowController {
@@ -102,6 +117,15 @@ public:
   // and the right button move the aircraft there, the right button alone sets
   // the map point that Go To flies to. True when taken.
   bool MouseDown(int button, bool shift, bool control, double x, double y);
+  // The map's mouse events as the window forwards them: a press runs the
+  // rules of MouseDown, then the rubber band or the measure; a release of
+  // the band re-centres and zooms (Band) unless shift is held.
+  void MapPress(int button, bool shift, bool control, double x, double y);
+  void MapMove(double x, double y);
+  void MapRelease(int button, bool shift, double x, double y);
+  // A click on MapStatus(field).
+  void StatusClick(int field) { mouse_.StatusClick(field); }
+  MapMouse& Mouse() { return mouse_; }
   // btnReducedWindow.
   void SetReduced(bool on);
   // The resize event: limits, the reduced window's maximise, the plan that
@@ -162,6 +186,7 @@ private:
   ProgramLayers layers_{s_, clock_};
   GpsWindowLogic gps_{s_, view_};
   FlightAnalysis analysis_{s_, view_, ui_, timers_};
+  MapMouse mouse_{s_, view_, geo_};
 };
 
 }  // namespace orv

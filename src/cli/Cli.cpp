@@ -32,6 +32,10 @@ constexpr Command kCommands[] = {
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
      "[--round-world] [--online ivao|vatsim] [--weather] [--tracks nat|pacific|both] --out FILE.png|FILE.svg|FILE.pdf",
      CmdRender},
+    {"hover",
+     "--appdir DIR hover --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
+     "[--online ivao|vatsim] [--weather] [--tracks nat|pacific|both] --at LAT,LON|ICAO",
+     CmdHover},
     {"simlink",
      "simlink [--sim SOURCE] status | set com1|nav1|adf|heading-bug|ap-master|ap-heading-hold|position VALUE...",
      CmdSimlink},

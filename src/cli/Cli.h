@@ -43,6 +43,8 @@ int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ost
 int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 // "render": the map of the loaded database into a PNG or SVG picture.
 int CmdRender(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// "hover": the hover box's lines for the pointer resting on a position of a view.
+int CmdHover(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 // "sidstar": the departure or arrival route worded for a runway of a plan.
 int CmdSidstar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 // "print": the papers of a plan into a PDF file.

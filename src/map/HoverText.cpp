@@ -110,4 +110,44 @@ void AppendUserWaypointLines(const UserWaypointRec& waypoint, bool decSec, std::
   lines.push_back(LatLonText(waypoint.Lat, waypoint.Lon, decSec));
 }
 
+void AppendVorLines(const VorRec& vor, bool decSec, std::vector<std::string>& lines) {
+  lines.push_back(std::string(vor.Name.Trimmed()) + "  " + std::string(vor.Ident.Trimmed()));
+  lines.push_back(std::to_string(vor.Value2) + " ft");
+  lines.push_back(Format(vor.Frequency, "###.00"));
+  lines.push_back(LatLonText(vor.Lat, vor.Lon, decSec));
+  lines.emplace_back();
+  lines.push_back("VOR " + std::string(vor.TypeName.Trimmed()));
+}
+
+void AppendNdbLines(const NdbRec& ndb, bool decSec, std::vector<std::string>& lines) {
+  lines.push_back(std::string(ndb.Name.Trimmed()) + "  " + std::string(ndb.Ident.Trimmed()));
+  lines.push_back(Format(ndb.Frequency, "###.00"));
+  lines.push_back(LatLonText(ndb.Lat, ndb.Lon, decSec));
+  lines.emplace_back();
+  lines.push_back("NDB " + std::string(ndb.TypeName.Trimmed()));
+}
+
+void AppendAirspaceLines(const AirspaceRec& a, std::vector<std::string>& lines) {
+  const std::pair<const char*, std::string_view> fields[] = {
+      {"Name: ", a.Name.Trimmed()},   {"Icao: ", a.Ident.Trimmed()},          {"Ctr: ", a.Name2.Trimmed()},
+      {"Frq1: ", a.Text1.Trimmed()},  {"Frq2: ", a.Text2.Trimmed()},          {"Class: ", a.Class.Trimmed()},
+      {"UpAlt: ", a.UpperAltitude.Trimmed()}, {"LoAlt: ", a.LowerAltitude.Trimmed()},
+  };
+  for (const auto& [head, value] : fields) lines.push_back(head + std::string(value));
+}
+
+std::string ParkingHoverLine(const ParkingRec& parking, std::span<const std::string> parkingNames) {
+  std::string line;
+  if (parking.NameCode >= 0 && static_cast<std::size_t>(parking.NameCode) < parkingNames.size())
+    line = parkingNames[static_cast<std::size_t>(parking.NameCode)];
+  line += ' ';
+  line += std::to_string(parking.Number);
+  return line;
+}
+
+std::string PlanRowHoverLine(const WaypointRec& row, int32_t cruiseFl) {
+  const int32_t fl = row.MinAltitude > 0 ? row.MinAltitude / 100 : cruiseFl;
+  return std::string(row.Code.Trimmed()) + " (FL" + Format(fl, "000") + ")";
+}
+
 }  // namespace orv

@@ -24,11 +24,13 @@
 // first of its eight values and its course (degrees) as the second.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
 #include "core/AppState.h"
 #include "database/NavDatabase.h"
+#include "planning/FlightPlan.h"
 
 namespace orv {
 
@@ -49,5 +51,27 @@ void AppendIntersectionLines(const NavaidTables& navaids, int32_t index, bool de
 void AppendFixLines(const FixRec& fix, bool decSec, std::vector<std::string>& lines);
 // A user waypoint: "User WP " and its name (ident when blank), then the position.
 void AppendUserWaypointLines(const UserWaypointRec& waypoint, bool decSec, std::vector<std::string>& lines);
+
+// A VOR:
+//   "FRANKFURT  FFM"        name, two blanks, ident
+//   "364 ft"                elevation (Value2, which the files keep for it)
+//   "114.20"                frequency "###.00"
+//   "N50°03.00'  E008°18.00'"
+//   ""
+//   "VOR VOR-DME"           "VOR " and the type name
+void AppendVorLines(const VorRec& vor, bool decSec, std::vector<std::string>& lines);
+// An NDB: the same without the elevation, which ndb.orv does not hold;
+// frequency in kHz "###.00", last line "NDB " and the type name.
+void AppendNdbLines(const NdbRec& ndb, bool decSec, std::vector<std::string>& lines);
+// An airspace: "Name: ", "Icao: ", "Ctr: " (Name2, the controlling unit),
+// "Frq1: ", "Frq2: " (Text1, Text2), "Class: ", "UpAlt: ", "LoAlt: ", one a
+// line, the fields trimmed.
+void AppendAirspaceLines(const AirspaceRec& airspace, std::vector<std::string>& lines);
+// A parking position: its name from ParkingNames by NameCode (blank outside
+// the table), a blank and its number: "Gate A 12".
+std::string ParkingHoverLine(const ParkingRec& parking, std::span<const std::string> parkingNames);
+// A plan row: its code and the altitude in hundreds of feet, "TAU (FL090)";
+// the row's airway minimum when it has one, else the plan's cruise level.
+std::string PlanRowHoverLine(const WaypointRec& row, int32_t cruiseFl);
 
 }  // namespace orv

@@ -116,4 +116,24 @@ AirspaceClass AirspaceClassOf(std::string_view classText) {
   return AirspaceClass::Unknown;
 }
 
+bool AirspaceClassShown(const MapLayers& l, AirspaceClass cls, int32_t label) {
+  if (cls == AirspaceClass::Ctrz ? label > 300 : label >= 1000) return false;
+  switch (cls) {
+    case AirspaceClass::Ctrz: return l.btnCtrz;
+    case AirspaceClass::ADA: return l.MenuADA;
+    case AirspaceClass::ADIZ: return l.MenuADIZ;
+    case AirspaceClass::BZ: return l.MenuBZ;
+    case AirspaceClass::RA: return l.menuRA;
+    case AirspaceClass::TCA: return l.menuTCA;
+    case AirspaceClass::CTA:
+    case AirspaceClass::Unknown: return l.btnAir1;
+    case AirspaceClass::ARTCC: return l.menuARTCC;
+    case AirspaceClass::ACC: return l.MenuACC;
+    case AirspaceClass::FIR: return l.btnAir2;
+    case AirspaceClass::OCA: return l.MenuOCA;
+    case AirspaceClass::UIR: return l.menuUIR;
+  }
+  return false;
+}
+
 }  // namespace orv

@@ -72,5 +72,9 @@ enum class AirspaceClass : uint8_t {
 // terminal area, and the letters "A" to "E" (controlled airspace) as control
 // areas. Anything else is Unknown and drawn with the control areas.
 AirspaceClass AirspaceClassOf(std::string_view classText);
+// Whether the map shows airspaces of a class at a range label: the class's
+// switch is on, and the label is at most 300 for control zones, below 1000
+// for the other areas. Unknown classes go with the control areas.
+bool AirspaceClassShown(const MapLayers& layers, AirspaceClass cls, int32_t label);
 
 }  // namespace orv

@@ -141,26 +141,17 @@ void MapRenderer::Pass::DrawAirspaces() {
     if (a.PointCount <= 0) continue;
     if (!BoxOverlaps(v, a.North, a.South, a.East, a.West)) continue;
     const AirspaceClass cls = classes[i];
-    bool on = false;
+    if (!AirspaceClassShown(layers, cls, label)) continue;
     Colour colour = c.Air1;
     switch (cls) {
-      case AirspaceClass::Ctrz: on = layers.btnCtrz; colour = c.Ctrz; break;
-      case AirspaceClass::ADA: on = layers.MenuADA; break;
-      case AirspaceClass::ADIZ: on = layers.MenuADIZ; break;
-      case AirspaceClass::BZ: on = layers.MenuBZ; break;
-      case AirspaceClass::RA: on = layers.menuRA; break;
-      case AirspaceClass::TCA: on = layers.menuTCA; break;
-      case AirspaceClass::CTA:
-      case AirspaceClass::Unknown: on = layers.btnAir1; break;
-      case AirspaceClass::ARTCC: on = layers.menuARTCC; colour = c.Air2; break;
-      case AirspaceClass::ACC: on = layers.MenuACC; colour = c.Air2; break;
-      case AirspaceClass::FIR: on = layers.btnAir2; colour = c.Air2; break;
-      case AirspaceClass::OCA: on = layers.MenuOCA; colour = c.Air2; break;
-      case AirspaceClass::UIR: on = layers.menuUIR; colour = c.Air2; break;
+      case AirspaceClass::Ctrz: colour = c.Ctrz; break;
+      case AirspaceClass::ARTCC:
+      case AirspaceClass::ACC:
+      case AirspaceClass::FIR:
+      case AirspaceClass::OCA:
+      case AirspaceClass::UIR: colour = c.Air2; break;
+      default: break;
     }
-    if (!on) continue;
-    // Control zones up to 300 NM, other areas below 1000 NM.
-    if (cls == AirspaceClass::Ctrz ? label > 300 : label >= 1000) continue;
     map.SetForeColor(colour);
     PolylineOf(Thinned(caches.airspacesThin, s.Airspaces.size(), i, s.PointsOf(a), 5000), SIZE_MAX,
                false);

@@ -5,7 +5,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
-#include <QRubberBand>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -38,6 +37,7 @@ MapWidget::MapWidget(MapSources sources, const QtFontSet& fonts, QWidget* parent
   setObjectName("Map");
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setMouseTracking(true);  // the status text and the hover box follow the bare cursor
   setMinimumSize(64, 64);
 }
 
@@ -98,6 +98,10 @@ void MapWidget::paintEvent(QPaintEvent*) {
   if (dirty_ || !map_) Redraw();
   QPainter p(this);
   p.drawImage(0, 0, map_->Image());
+  const QColor measure(RedOf(measureColour_), GreenOf(measureColour_), BlueOf(measureColour_));
+  p.setPen(measure);
+  if (measureLineShown_) p.drawLine(measureLine_);
+  if (measureLabelShown_) p.drawText(measureLabelAt_ + QPointF(6, -6), measureLabel_);
   if (!painted_) {
     painted_ = true;
     if (onFirstPaint) onFirstPaint();
@@ -125,35 +129,43 @@ void MapWidget::wheelEvent(QWheelEvent* event) {
   event->accept();
 }
 
+void MapWidget::SetMeasureLine(bool visible, double x1, double y1, double x2, double y2) {
+  measureLineShown_ = visible;
+  measureLine_ = QLineF(x1 / kTwipsPerPixel, y1 / kTwipsPerPixel, x2 / kTwipsPerPixel, y2 / kTwipsPerPixel);
+  update();
+}
+
+void MapWidget::SetMeasureLabel(bool visible, double x, double y, const QString& text, Colour colour) {
+  measureLabelShown_ = visible;
+  measureLabelAt_ = QPointF(x / kTwipsPerPixel, y / kTwipsPerPixel);
+  measureLabel_ = text;
+  measureColour_ = colour;
+  update();
+}
+
+namespace {
+int ButtonOf(Qt::MouseButton b) { return b == Qt::LeftButton ? 1 : b == Qt::RightButton ? 2 : 0; }
+}  // namespace
+
 void MapWidget::mousePressEvent(QMouseEvent* event) {
   setFocus();
-  const QPoint at = event->position().toPoint();
-  const int button = event->button() == Qt::LeftButton ? 1 : event->button() == Qt::RightButton ? 2 : 0;
-  if (button && onMouseDown &&
-      onMouseDown(button, event->modifiers() & Qt::ShiftModifier, event->modifiers() & Qt::ControlModifier,
-                  at.x() * kTwipsPerPixel, at.y() * kTwipsPerPixel))
-    return;
-  if (event->button() != Qt::LeftButton) return;
-  pressed_ = true;
-  pressAt_ = event->position().toPoint();
-  if (!band_) band_ = new QRubberBand(QRubberBand::Rectangle, this);
-  band_->setGeometry(QRect(pressAt_, QSize()));
+  const QPointF at = event->position();
+  const int button = ButtonOf(event->button());
+  if (button && onMouseDown)
+    onMouseDown(button, event->modifiers() & Qt::ShiftModifier, event->modifiers() & Qt::ControlModifier,
+                at.x() * kTwipsPerPixel, at.y() * kTwipsPerPixel);
 }
 
 void MapWidget::mouseMoveEvent(QMouseEvent* event) {
-  if (!pressed_ || !band_) return;
-  band_->setGeometry(QRect(pressAt_, event->position().toPoint()).normalized());
-  band_->show();
+  const QPointF at = event->position();
+  if (onMouseMove) onMouseMove(at.x() * kTwipsPerPixel, at.y() * kTwipsPerPixel);
 }
 
 void MapWidget::mouseReleaseEvent(QMouseEvent* event) {
-  if (!pressed_ || event->button() != Qt::LeftButton) return;
-  pressed_ = false;
-  if (band_) band_->hide();
-  const QPoint end = event->position().toPoint();
-  if (onBand)
-    onBand(pressAt_.x() * kTwipsPerPixel, pressAt_.y() * kTwipsPerPixel, end.x() * kTwipsPerPixel,
-           end.y() * kTwipsPerPixel);
+  const QPointF at = event->position();
+  const int button = ButtonOf(event->button());
+  if (button && onMouseUp)
+    onMouseUp(button, event->modifiers() & Qt::ShiftModifier, at.x() * kTwipsPerPixel, at.y() * kTwipsPerPixel);
 }
 
 }  // namespace orv::ui

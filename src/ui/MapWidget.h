@@ -5,7 +5,9 @@
 #pragma once
 
 #include <QImage>
+#include <QLineF>
 #include <QPoint>
+#include <QString>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -13,8 +15,6 @@
 #include "map/RenderPass.h"
 #include "mapqt/QPainterTarget.h"
 #include "mapqt/QtFontSet.h"
-
-class QRubberBand;
 
 namespace orv::ui {
 
@@ -52,16 +52,19 @@ public:
   // Draws over the map picture in the map's units, then repaints.
   void DrawOver(const std::function<void(DrawTarget&)>& draw);
 
+  // lnMeasure and MeasureLabel: shown over the picture, not drawn into it.
+  void SetMeasureLine(bool visible, double x1, double y1, double x2, double y2);
+  void SetMeasureLabel(bool visible, double x, double y, const QString& text, Colour colour);
+
   // Key codes in the numbering of the key handler (Page Up 33, plus 107, ...).
   std::function<void(int keyCode)> onKey;
   std::function<void(int delta)> onWheel;
-  // A released band in surface units; a click is a band of no size.
-  std::function<void(double x1, double y1, double x2, double y2)> onBand;
   std::function<void()> onResized;
-  // A button pressed on the map, in surface units (button 1 left, 2 right;
-  // shift, control held); true when the press was taken, so that no rubber
-  // band starts.
-  std::function<bool(int button, bool shift, bool control, double x, double y)> onMouseDown;
+  // The mouse on the map, in surface units (button 1 left, 2 right; shift,
+  // control held). Moves arrive with or without a button held.
+  std::function<void(int button, bool shift, bool control, double x, double y)> onMouseDown;
+  std::function<void(double x, double y)> onMouseMove;
+  std::function<void(int button, bool shift, double x, double y)> onMouseUp;
   // Called once after the first paint.
   std::function<void()> onFirstPaint;
 
@@ -85,9 +88,12 @@ private:
   bool dirty_ = true;
   bool painted_ = false;
   int passes_ = 0;
-  QPoint pressAt_;
-  bool pressed_ = false;
-  QRubberBand* band_ = nullptr;
+  bool measureLineShown_ = false;
+  QLineF measureLine_;  // pixels
+  bool measureLabelShown_ = false;
+  QPointF measureLabelAt_;
+  QString measureLabel_;
+  Colour measureColour_ = 0;
 };
 
 // The key code of the key handler for a Qt key, or 0.

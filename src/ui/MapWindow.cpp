@@ -91,10 +91,11 @@ MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& ti
     if (QAction* a = w_.Action(std::string(e.name))) a->setEnabled(MainWindowController::MenuAvailable(e.name));
   map_->onKey = [this](int code) { controller_.Key(code); };
   map_->onWheel = [this](int delta) { controller_.Wheel(delta); };
-  map_->onBand = [this](double x1, double y1, double x2, double y2) { controller_.Band(x1, y1, x2, y2); };
   map_->onMouseDown = [this](int button, bool shift, bool control, double x, double y) {
-    return controller_.MouseDown(button, shift, control, x, y);
+    controller_.MapPress(button, shift, control, x, y);
   };
+  map_->onMouseMove = [this](double x, double y) { controller_.MapMove(x, y); };
+  map_->onMouseUp = [this](int button, bool shift, double x, double y) { controller_.MapRelease(button, shift, x, y); };
   map_->onResized = [this] { SetMapStatus(kStatusRange, RangeText(CurrentLabel(s_.View))); };
   w_.installEventFilter(this);
 }
@@ -102,11 +103,13 @@ MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& ti
 MapWindow::~MapWindow() = default;
 
 void MapWindow::BuildToggleBar() {
-  toggles_ = new QToolBar("Layers", &w_);
+  // The panel lies over the map's left edge and pops up when the cursor
+  // reaches it, so the map keeps its size whether it shows or not.
+  toggles_ = new QToolBar("Layers", map_);
   toggles_->setObjectName("pnlToggleButtons");
   toggles_->setOrientation(Qt::Vertical);
   toggles_->setMovable(false);
-  w_.addToolBar(Qt::LeftToolBarArea, toggles_);
+  toggles_->move(0, 0);
   for (const ToggleButton& b : kToggleButtons) {
     QAction* a = toggles_->addAction(QString::fromLatin1(b.Text));
     a->setObjectName(QString::fromLatin1(b.Name));
@@ -122,6 +125,12 @@ void MapWindow::BuildToggleBar() {
   reducedButton_->setToolTip("Reduced window");
   reducedButton_->setCheckable(true);
   connect(reducedButton_, &QAction::triggered, this, [this](bool on) { controller_.SetReduced(on); });
+  measureButton_ = toggles_->addAction("MEA");
+  measureButton_->setObjectName("rbnMeasure");
+  measureButton_->setToolTip("Measure");
+  measureButton_->setCheckable(true);
+  connect(measureButton_, &QAction::triggered, this, [this](bool on) { controller_.Button("rbnMeasure", on); });
+  toggles_->adjustSize();
 }
 
 void MapWindow::BuildButtonBar() {
@@ -141,6 +150,31 @@ void MapWindow::BuildButtonBar() {
 void MapWindow::ShowReplay(bool on) { replay_->Show(on); }
 
 void MapWindow::ShowReplayRow(const ReplayLabels& labels) { replay_->ShowRow(labels); }
+
+void MapWindow::DrawOnMap(const std::function<void(DrawTarget&)>& draw) { map_->DrawOver(draw); }
+
+void MapWindow::SetMapStatusColour(int field, Colour colour) {
+  if (field < 0 || field >= 7) return;
+  status_[static_cast<std::size_t>(field)]->setStyleSheet(
+      QString("color: rgb(%1, %2, %3)").arg(RedOf(colour)).arg(GreenOf(colour)).arg(BlueOf(colour)));
+}
+
+void MapWindow::ShowTogglePanel(bool visible) {
+  toggles_->setVisible(visible);
+  if (visible) toggles_->raise();
+}
+
+void MapWindow::SetMeasureLine(bool visible, double x1, double y1, double x2, double y2) {
+  map_->SetMeasureLine(visible, x1, y1, x2, y2);
+}
+
+void MapWindow::SetMeasureLabel(bool visible, double x, double y, std::string_view text) {
+  map_->SetMeasureLabel(visible, x, y, ToQt(text), s_.Core.Config.Measure);
+}
+
+void MapWindow::SetMeasureButton(bool on) { measureButton_->setChecked(on); }
+
+void MapWindow::FocusSurface() { map_->setFocus(); }
 
 void MapWindow::QtUiThread::Post(std::function<void()> task) {
   QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(task), Qt::QueuedConnection);
@@ -189,7 +223,8 @@ void MapWindow::BuildStatusLine() {
   for (int i = 0; i < 7; ++i) {
     auto* label = new QLabel(bar);
     label->setObjectName(QString("MapStatus%1").arg(i));
-    label->setMinimumWidth(i == kStatusPosition ? 220 : 60);
+    label->setMinimumWidth(i == kStatusPosition || i == kStatusCursor ? 220 : 60);
+    if (i == kStatusPosition || i == kStatusCursor) label->installEventFilter(this);
     bar->addWidget(label, i == 0 || i == 5 ? 1 : 0);
     status_[static_cast<std::size_t>(i)] = label;
   }
@@ -311,6 +346,9 @@ void MapWindow::ShowPlan(bool on) {
 }
 
 bool MapWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress)
+    for (int field : {kStatusPosition, kStatusCursor})
+      if (watched == status_[static_cast<std::size_t>(field)]) controller_.StatusClick(field);
   if (watched == &w_ && (event->type() == QEvent::Resize || event->type() == QEvent::WindowStateChange))
     OnWindowResized(event->type() == QEvent::WindowStateChange);
   return QObject::eventFilter(watched, event);

@@ -53,7 +53,7 @@ public:
   void FocusMap() override;
   void DrawMap() override;
   void SetMapStatus(int field, std::string_view text) override;
-  void RepositionMeasure() override {}
+  void RepositionMeasure() override { controller_.Mouse().RepositionMeasure(); }
   void ClearSelection() override;
   void SetOnTop(bool on) override;
   void ShowPlan(bool on) override;
@@ -86,6 +86,13 @@ public:
   // pnlButton, the bottom bar, and the stepping view of Flight Analysis.
   QToolBar* ButtonBar() { return buttonBar_; }
   ReplayView* Replay() { return replay_; }
+  void DrawOnMap(const std::function<void(DrawTarget&)>& draw) override;
+  void SetMapStatusColour(int field, Colour colour) override;
+  void ShowTogglePanel(bool visible) override;
+  void SetMeasureLine(bool visible, double x1, double y1, double x2, double y2) override;
+  void SetMeasureLabel(bool visible, double x, double y, std::string_view text) override;
+  void SetMeasureButton(bool on) override;
+  void FocusSurface() override;
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -119,6 +126,7 @@ private:
   QTableView* table_ = nullptr;
   PlanTableModel* model_ = nullptr;
   QAction* reducedButton_ = nullptr;
+  QAction* measureButton_ = nullptr;  // rbnMeasure
   bool resizing_ = false;
   bool restoring_ = false;  // a maximise of the reduced window is being undone
 };
