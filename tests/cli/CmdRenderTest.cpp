@@ -71,6 +71,20 @@ TEST_F(CmdRenderTest, RefusesBadArguments) {
   EXPECT_EQ(r.code, 2);
 }
 
+TEST_F(CmdRenderTest, HoverPrintsTheBoxOfTheViewOrNothing) {
+  Outcome r = RunCli({"--appdir", Root(), "hover", "--center", "EDXX", "--range", "30", "--size", "400x300", "--at",
+                      "50.05,8.3"});
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(r.out, "FRANKFURT  FFM\n0 ft\n114.20\nN50\xC2\xB0" "03.00'  E008\xC2\xB0" "18.00'\n\nVOR VOR-DME\n");
+  r = RunCli({"--appdir", Root(), "hover", "--center", "EDXX", "--range", "30", "--layers", "VOR=off", "--at",
+              "50.05,8.3"});
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(r.out, "");
+  r = RunCli({"--appdir", Root(), "hover", "--center", "EDXX", "--at", "ZZZZ"});
+  EXPECT_EQ(r.code, 1);
+  EXPECT_NE(r.err.find("hover: no airport 'ZZZZ'"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace orv::cli
 
