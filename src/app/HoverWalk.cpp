@@ -142,8 +142,8 @@ void HoverWalk(const ProgramState& s, const HoverTraffic& traffic, double x, dou
 
   // 14. AI traffic.
   if (s.Window.btnAI) {
-    if (traffic.Air) AppendTrafficHoverLines(*traffic.Air, proj, x, y, lines);
-    if (traffic.Ground) AppendTrafficHoverLines(*traffic.Ground, proj, x, y, lines);
+    AppendTrafficHoverLines(traffic.Air, traffic.AirExt, proj, x, y, lines);
+    AppendTrafficHoverLines(traffic.Ground, traffic.GroundExt, proj, x, y, lines);
   }
 
   // 15. The network's aircraft.

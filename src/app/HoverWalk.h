@@ -25,6 +25,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -36,11 +37,13 @@ namespace orv {
 inline constexpr double kHoverRadius = 100;
 inline constexpr double kParkingHoverRadius = 75;
 
-// The simulator's traffic tables as the live tick last read them; none
-// while no tick has read them.
+// The simulator's traffic tables as the live tick last read them, slot by
+// slot; empty while no tick has read them.
 struct HoverTraffic {
-  const TrafficTable* Air = nullptr;
-  const TrafficTable* Ground = nullptr;
+  std::span<const TrafficEntry> Air;
+  std::span<const TrafficExtEntry> AirExt;
+  std::span<const TrafficEntry> Ground;
+  std::span<const TrafficExtEntry> GroundExt;
 };
 
 // What one walk found. Lines keeps its room from one walk to the next.

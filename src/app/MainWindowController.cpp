@@ -326,7 +326,11 @@ bool MainWindowController::Button(std::string_view name, bool value) {
 
 bool MainWindowController::Key(int keyCode) {
   if (keyCode == 27) mouse_.Escape();
-  if (!s_.Trace.ReplayActive) return MapKeyDown(s_.View, keyCode, view_, ui_);
+  if (!s_.Trace.ReplayActive) {
+    const bool handled = MapKeyDown(s_.View, keyCode, view_, ui_);
+    if (handled) mouse_.SurfaceRedrawn();
+    return handled;
+  }
   // During Flight Analysis the cursor keys step through the samples; every
   // key is followed by the display of the row and the focus on the map.
   bool handled = true;
@@ -345,7 +349,11 @@ bool MainWindowController::BarButton(std::string_view name) {
   return false;
 }
 
-void MainWindowController::Wheel(int delta) { MapWheel(s_.View, s_.Core.Config.MZoom != 0, delta, view_, ui_); }
+void MainWindowController::Wheel(int delta) {
+  const int16_t zoom = s_.View.ZoomIndex;
+  MapWheel(s_.View, s_.Core.Config.MZoom != 0, delta, view_, ui_);
+  if (s_.View.ZoomIndex != zoom) mouse_.SurfaceRedrawn();
+}
 
 void MainWindowController::Band(double x1, double y1, double x2, double y2) {
   // A drag (not a plain click) is a manual zoom: autozoom goes off.

@@ -180,7 +180,7 @@ void MapMouse::Tick() {
   // The band and the measure own the surface while they are dragged.
   if (BandActive || measureDrag_) return;
   HoverWidth = 100;
-  HoverWalk(s_, traffic_, MouseX, MouseY, find_, s_.Highlight);
+  HoverWalk(s_, traffic_ ? traffic_() : HoverTraffic{}, MouseX, MouseY, find_, s_.Highlight);
   HoverLineCount = static_cast<int32_t>(find_.Lines.size());
   if (HoverLineCount == 0) return;
   view_.DrawOnMap([&](DrawTarget& t) { DrawBox(t); });

@@ -13,6 +13,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -64,7 +65,12 @@ public:
   // box again, and the measure printed at the click.
   void RedrawOverlays();
 
-  void SetTraffic(const HoverTraffic& traffic) { traffic_ = traffic; }
+  // Where the walk finds the traffic tables at the moment it runs (the
+  // simulator session's, which each live tick reads anew).
+  void SetTrafficSource(std::function<HoverTraffic()> source) { traffic_ = std::move(source); }
+  // The surface was drawn again (zoom, wheel, keys): the box and a printed
+  // measure are gone from it, and the box stays away until the next rest.
+  void SurfaceRedrawn() { HoverShown = measurePrinted_ = false; }
 
   // The state the window keeps for the mouse.
   int32_t MouseX = 0, MouseY = 0;
@@ -92,7 +98,7 @@ private:
   ProgramState& s_;
   MainWindowView& view_;
   const ViewGeodesy& geo_;
-  HoverTraffic traffic_;
+  std::function<HoverTraffic()> traffic_;
   HoverFind find_;
   bool computed_ = false;      // the box was worked out for LastX, LastY
   bool measureDrag_ = false;   // the measuring line follows the cursor

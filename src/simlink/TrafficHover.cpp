@@ -13,10 +13,10 @@ std::string AltitudeText(float altitude) {
 
 }  // namespace
 
-void AppendTrafficHoverLines(const TrafficTable& table, const Projector& proj, double x, double y,
-                             std::vector<std::string>& lines) {
-  for (std::size_t i = 0; i < table.Entries.size(); ++i) {
-    const TrafficEntry& e = table.Entries[i];
+void AppendTrafficHoverLines(std::span<const TrafficEntry> entries, std::span<const TrafficExtEntry> ext,
+                             const Projector& proj, double x, double y, std::vector<std::string>& lines) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const TrafficEntry& e = entries[i];
     if (e.AtcId[0] == '\0') break;
     if (e.Id == 0) continue;
     if (!(std::fabs(proj.Y(e.Latitude) - y) < kTrafficHoverRadius)) continue;
@@ -27,8 +27,8 @@ void AppendTrafficHoverLines(const TrafficTable& table, const Projector& proj, d
     lines.push_back(std::move(id));
     lines.push_back(AltitudeText(e.Altitude));
     lines.push_back(std::to_string(e.GroundSpeed) + " kt");
-    if (i < table.Ext.size()) {
-      std::string route = TrafficRoute(table.Ext[i]);
+    if (i < ext.size()) {
+      std::string route = TrafficRoute(ext[i]);
       if (!route.empty()) lines.push_back(std::move(route));
     }
   }

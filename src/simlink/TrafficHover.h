@@ -2,6 +2,7 @@
 // simulator's traffic tables as the live tick last read them.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ inline constexpr double kTrafficHoverRadius = 150;
 //   "EDDF-KJFK"     departure and destination (or the gate's route), when known
 // A free slot (id 0) is passed over; an empty identifier ends the table, as
 // it ends the drawing walk.
-void AppendTrafficHoverLines(const TrafficTable& table, const Projector& proj, double x, double y,
-                             std::vector<std::string>& lines);
+// ext holds the extended entries of the same slots (fewer: no route).
+void AppendTrafficHoverLines(std::span<const TrafficEntry> entries, std::span<const TrafficExtEntry> ext,
+                             const Projector& proj, double x, double y, std::vector<std::string>& lines);
 
 }  // namespace orv

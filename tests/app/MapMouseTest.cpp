@@ -118,6 +118,12 @@ TEST(HoverBox, StandsBesideThePointerOnTheSurfaceAndGoesAtTheNextMove) {
   f.c.OnTimer(TimerId::MousePos);
   EXPECT_FALSE(f.c.Mouse().HoverShown);
   EXPECT_NE(std::find(f.view.calls.begin(), f.view.calls.end(), "restore"), f.view.calls.end());
+  // A wheel step over the box redraws the map: the box is gone and stays so.
+  f.Rest(x, y);
+  f.s.Core.Config.MZoom = 1;
+  f.c.Wheel(120);
+  EXPECT_EQ(f.view.calls.back(), "draw");
+  EXPECT_FALSE(f.c.Mouse().HoverShown);
 }
 
 TEST(MapMouse, TogglePanelStatusModesAndTheBand) {
@@ -155,6 +161,14 @@ TEST(MapMouse, TogglePanelStatusModesAndTheBand) {
   EXPECT_EQ(boxes, (std::vector<std::string>{"Box 1000 1000 1000 1000", "Box 1000 1000 1000 1000",
                                              "Box 1000 1000 3000 4000", "Box 1000 1000 3000 4000"}));
   EXPECT_GT(f.s.View.CntrLat, 50.0f);  // re-centred on the band's middle, north of the old centre
+  // Esc while a band is dragged erases it.
+  f.c.MapPress(1, false, false, 1000, 1000);
+  f.c.MapMove(2000, 2000);
+  f.view.map.ClearOps();
+  f.c.Key(27);
+  EXPECT_FALSE(f.c.Mouse().BandActive);
+  ASSERT_FALSE(f.view.map.Ops().empty());
+  EXPECT_EQ(f.view.map.Describe(f.view.map.Ops()[0]), "Box 1000 1000 2000 2000");
 }
 
 }  // namespace

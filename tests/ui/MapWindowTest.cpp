@@ -227,6 +227,27 @@ TEST(MapWindow, ClickRecentresAndADragZooms) {
   EXPECT_EQ(f.map->Status(1)->text(), "100NM");
 }
 
+TEST(MapWindow, HoverBoxShowsOnTheSurfaceAndGoesWithTheNextMove) {
+  MapFixture f;
+  f.map->DrawMap();
+  MapWidget* m = f.map->Map();
+  const QImage clean = m->Picture().copy();
+  auto move = [&](QPointF at) {
+    QMouseEvent e(QEvent::MouseMove, at, m->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(m, &e);
+    f.map->Controller().OnTimer(TimerId::MousePos);
+    f.map->Controller().OnTimer(TimerId::MousePos);
+  };
+  const VorRec& ffm = f.program.Db.Navaids.Vors[0];
+  move(QPointF(MapXFromLon(f.view, ffm.Lon, ffm.Lat) / kTwipsPerPixel, MapYFromLat(f.view, ffm.Lat) / kTwipsPerPixel));
+  EXPECT_TRUE(f.map->Controller().Mouse().HoverShown);
+  EXPECT_NE(m->Picture(), clean);
+  EXPECT_FALSE(f.map->Status(5)->text().isEmpty());
+  move(QPointF(5, 5));
+  EXPECT_FALSE(f.map->Controller().Mouse().HoverShown);
+  EXPECT_EQ(m->Picture(), clean);
+}
+
 TEST(MapWindow, KeyCodes) {
   EXPECT_EQ(KeyCodeOf(Qt::Key_PageUp, false), 33);
   EXPECT_EQ(KeyCodeOf(Qt::Key_Plus, true), 107);
