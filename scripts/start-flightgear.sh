@@ -6,9 +6,13 @@
 # is missing, and runs it under a virtual X server when there is no display.
 #   start-flightgear.sh [--airport ICAO] [--udp PORT] [--http PORT]
 # Leaves FlightGear running; its process id is in build/flightgear/fgfs.pid,
-# its log in build/flightgear/fgfs.log. Stop it with: kill "$(cat build/flightgear/fgfs.pid)"
+# its log in build/flightgear/fgfs.log. FlightGear runs in a process group of
+# its own (with its X server and session bus); stop all of it with:
+#   kill -- -"$(cat build/flightgear/fgfs.pid)"
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# Debian installs fgfs in /usr/games, which is not on root's path.
+export PATH="$PATH:/usr/games"
 airport=KSFO udp=5500 http=5400
 while [ $# -gt 0 ]; do
   case "$1" in
@@ -34,12 +38,19 @@ out=build/flightgear
 mkdir -p "$out"
 args=(--fg-root="$fg_root" --airport="$airport" --aircraft=c172p --timeofday=noon
       --disable-sound --disable-splash-screen --disable-real-weather-fetch --disable-terrasync
+      --geometry=640x480 --disable-clouds --disable-clouds3d --disable-random-objects --fog-fastest
       --generic=socket,out,20,127.0.0.1,"$udp",udp,orvanta --httpd="$http")
+# FlightGear asks the session bus to keep the screen awake; without a session
+# bus (a server, a container) libdbus aborts the process, so give it one.
+bus=()
+if [ -z "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then
+  if command -v dbus-run-session > /dev/null; then bus=(dbus-run-session --); else export DBUS_FATAL_WARNINGS=0; fi
+fi
 if [ -z "${DISPLAY:-}" ]; then
   command -v xvfb-run > /dev/null || { echo "start-flightgear: no display and no xvfb-run (apt-get install xvfb)" >&2; exit 1; }
-  nohup xvfb-run -a -s "-screen 0 1024x768x24" fgfs "${args[@]}" > "$out/fgfs.log" 2>&1 &
+  setsid nohup "${bus[@]}" xvfb-run -a -s "-screen 0 1024x768x24" fgfs "${args[@]}" > "$out/fgfs.log" 2>&1 &
 else
-  nohup fgfs "${args[@]}" > "$out/fgfs.log" 2>&1 &
+  setsid nohup "${bus[@]}" fgfs "${args[@]}" > "$out/fgfs.log" 2>&1 &
 fi
 echo $! > "$out/fgfs.pid"
 echo "start-flightgear: FlightGear starting at $airport (pid $(cat "$out/fgfs.pid")), UDP $udp, HTTP $http"

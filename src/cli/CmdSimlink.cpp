@@ -1,11 +1,19 @@
-// orvanta-cli simlink [--sim SOURCE] status | set WHAT VALUE...: connects to a
-// simulator source through the FSUIPC channel, as "Connect to FS" does, and
-// either prints every value the program reads or runs one writer.
+// orvanta-cli simlink [--sim SOURCE] status | set WHAT VALUE... | lag [N]:
+// connects to a simulator source through the FSUIPC channel, as "Connect to
+// FS" does, and either prints every value the program reads, runs one writer,
+// or (FlightGear) measures how old the position the program holds is.
+#include <algorithm>
+#include <chrono>
 #include <ostream>
 #include <string>
+#include <thread>
+#include <vector>
+
+#include <nlohmann/json.hpp>
 
 #include "cli/Cli.h"
 #include "core/Runtime.h"
+#include "simlink/FlightGearAdapter.h"
 #include "simlink/Fsuipc.h"
 #include "simlink/SimData.h"
 #include "simlink/SimulatorChoice.h"
@@ -17,7 +25,8 @@ namespace {
 constexpr const char* kSimlinkUsage =
     "usage: orvanta-cli simlink [--sim SOURCE] status\n"
     "       orvanta-cli simlink [--sim SOURCE] set com1|nav1|adf|heading-bug|ap-master|ap-heading-hold|position "
-    "VALUE...";
+    "VALUE...\n"
+    "       orvanta-cli simlink --sim flightgear[:UDP[:HTTP[:HOST]]] lag [N]";
 
 int Refuse(std::ostream& err, const std::string& why) {
   err << "simlink: " << why << "\n" << kSimlinkUsage << "\n";
@@ -154,10 +163,51 @@ int RunSet(FsuipcChannel& ch, const Args& args, std::ostream& out, std::ostream&
   return 0;
 }
 
+// How far the values the program holds trail FlightGear's own clock. N times,
+// a fifth of a second apart: FlightGear's frame clock is asked over HTTP, the
+// snapshot is read through the channel as a tick reads it, and the lag is
+// FlightGear's clock at the answer less the clock of the newest line taken,
+// plus half the HTTP round trip (the answer's clock is read somewhere in it).
+int RunLag(FsuipcChannel& ch, FlightGearAdapter& fg, const std::string& host, std::uint16_t httpPort, int samples,
+           std::ostream& out, std::ostream& err) {
+  using SteadyClock = std::chrono::steady_clock;
+  std::vector<double> lags;
+  for (int i = 0; i < samples; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    const auto t0 = SteadyClock::now();
+    std::string answer;
+    // A FlightGear that stalls between frames answers late; such a sample is
+    // left out rather than taken as the link's lag.
+    if (HttpExchange(host, httpPort, "GET", "/json/sim/time/steady-clock-sec", "", 5000, answer) != 200) continue;
+    const double roundTrip = std::chrono::duration<double>(SteadyClock::now() - t0).count();
+    SimSnapshot snapshot;
+    ReadSnapshot(ch, snapshot);
+    const nlohmann::json node = nlohmann::json::parse(answer, nullptr, false);
+    const std::optional<double> now = node.is_object() && node.contains("value") && node["value"].is_number()
+                                          ? std::optional<double>(node["value"].get<double>())
+                                          : std::nullopt;
+    if (!now) {
+      err << "simlink: no elapsed time in FlightGear's answer\n";
+      return 1;
+    }
+    lags.push_back((*now - fg.LastElapsed() + roundTrip / 2) * 1000.0);
+  }
+  if (lags.empty()) {
+    err << "simlink: FlightGear's property server did not answer on port " << httpPort << '\n';
+    return 1;
+  }
+  std::sort(lags.begin(), lags.end());
+  auto ms = [](double v) { return std::to_string(static_cast<long>(v + 0.5)); };
+  out << "Lag min " << ms(lags.front()) << " ms median " << ms(lags[lags.size() / 2]) << " ms max "
+      << ms(lags.back()) << " ms over " << lags.size() << " samples\n";
+  return 0;
+}
+
 }  // namespace
 
 int RunSimlink(const Args& args, IpcPlatform& platform, std::ostream& out, std::ostream& err) {
-  if (args.empty() || (args[0] != "status" && args[0] != "set")) return Refuse(err, "expected status or set");
+  if (args.empty() || (args[0] != "status" && args[0] != "set" && args[0] != "lag"))
+    return Refuse(err, "expected status, set or lag");
   if (args[0] == "status" && args.size() != 1) return Refuse(err, "status takes no values");
 
   FsuipcChannel ch(platform);
@@ -170,6 +220,8 @@ int RunSimlink(const Args& args, IpcPlatform& platform, std::ostream& out, std::
   int rc = 0;
   if (args[0] == "status")
     PrintStatus(ch, out);
+  else if (args[0] == "lag")
+    rc = Refuse(err, "lag needs the flightgear source");
   else
     rc = RunSet(ch, Args(args.begin() + 1, args.end()), out, err);
   ch.IpcClose();
@@ -194,6 +246,26 @@ int CmdSimlink(const Context&, const Args& args, std::ostream& out, std::ostream
   if (!platform) {
     err << "simlink: " << error << '\n';
     return 2;
+  }
+  auto* fg = dynamic_cast<FlightGearAdapter*>(platform.get());
+  if (fg && !rest.empty() && rest[0] == "lag") {
+    int samples = 20;
+    if (rest.size() > 2) return Refuse(err, "lag takes at most a count");
+    if (rest.size() == 2) {
+      std::optional<double> n = ParseNumber(rest[1]);
+      if (!n || *n < 1 || *n > 1000) return Refuse(err, "lag: the count is 1 to 1000");
+      samples = static_cast<int>(*n);
+    }
+    FsuipcChannel ch(*platform);
+    ch.IpcClearHandles();
+    std::int32_t code = 0;
+    if (!ch.IpcOpen(0, code)) {
+      err << "Unable to connect to Flight Simulator" << ch.LastIpcMessage() << '\n';
+      return 1;
+    }
+    const int rc = RunLag(ch, *fg, fg->Host(), fg->HttpPort(), samples, out, err);
+    ch.IpcClose();
+    return rc;
   }
   return RunSimlink(rest, *platform, out, err);
 }

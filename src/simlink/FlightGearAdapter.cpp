@@ -1,5 +1,9 @@
 #include "simlink/FlightGearAdapter.h"
 
+#if ORV_HAVE_CURL
+#include <curl/curl.h>
+#endif
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -24,7 +28,7 @@ constexpr const char* kNodes[] = {
     "/environment/pressure-sea-level-inhg", "/environment/visibility-m",
     "/instrumentation/comm/frequencies/selected-mhz", "/instrumentation/nav/frequencies/selected-mhz",
     "/instrumentation/adf/frequencies/selected-khz", "/autopilot/settings/heading-bug-deg", "/autopilot/locks/heading",
-    "/autopilot/locks/altitude", "/autopilot/settings/target-altitude-ft", "/sim/time/elapsed-sec"};
+    "/autopilot/locks/altitude", "/autopilot/settings/target-altitude-ft", "/sim/time/steady-clock-sec"};
 constexpr std::size_t kNodeCount = sizeof kNodes / sizeof kNodes[0];
 constexpr std::size_t kHeadingLock = 27, kAltitudeLock = 28;
 
@@ -165,39 +169,52 @@ bool ParseAiModels(std::string_view text, std::vector<TrafficEntry>& out) {
   return true;
 }
 
+#if ORV_HAVE_CURL
+namespace {
+
+size_t CollectAnswer(char* data, size_t size, size_t count, void* user) {
+  auto* answer = static_cast<std::string*>(user);
+  if (answer->size() + size * count > kHttpAnswerLimit) return 0;  // ends the transfer
+  answer->append(data, size * count);
+  return size * count;
+}
+
+}  // namespace
+
 int HttpExchange(std::string_view host, std::uint16_t port, std::string_view method, std::string_view path,
                  std::string_view body, std::uint32_t timeoutMs, std::string& answer) {
   answer.clear();
-  const NetDeadline deadline = DeadlineIn(timeoutMs);
-  int error = 0;
-  NetSocket s = TcpConnect(host, port, deadline, error);
-  if (!s.Valid()) return 0;
-  std::string request = std::string(method) + " " + std::string(path) + " HTTP/1.0\r\nHost: " + std::string(host) +
-                        "\r\nConnection: close\r\n";
-  if (!body.empty())
-    request += "Content-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) + "\r\n";
-  request += "\r\n";
-  request += body;
-  if (SendAll(s, request.data(), request.size(), deadline) != NetIo::Ok) return 0;
-  std::string raw;
-  char buffer[4096];
-  // HTTP/1.0 with "Connection: close": the answer ends when the server closes.
-  for (;;) {
-    std::size_t got = 0;
-    const NetIo io = RecvSome(s, buffer, sizeof buffer, deadline, got);
-    if (io == NetIo::Closed) break;
-    if (io != NetIo::Ok) return 0;
-    raw.append(buffer, got);
-    if (raw.size() > kHttpAnswerLimit) return 0;
+  CURL* curl = curl_easy_init();
+  if (!curl) return 0;
+  const std::string url = "http://" + std::string(host) + ":" + std::to_string(port) + std::string(path);
+  const std::string payload(body);
+  curl_slist* headers = nullptr;
+  curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
+  curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, static_cast<long>(timeoutMs));
+  curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);  // the adapter's helper thread
+  curl_easy_setopt(curl, CURLOPT_PROXY, "");     // the simulator is on the local network
+  curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, CollectAnswer);
+  curl_easy_setopt(curl, CURLOPT_WRITEDATA, &answer);
+  if (method == "POST") {
+    headers = curl_slist_append(headers, "Content-Type: application/json");
+    curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
+    curl_easy_setopt(curl, CURLOPT_POSTFIELDS, payload.c_str());
+    curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE, static_cast<long>(payload.size()));
   }
-  const auto headEnd = raw.find("\r\n\r\n");
-  if (raw.rfind("HTTP/", 0) != 0 || headEnd == std::string::npos) return 0;
-  const auto space = raw.find(' ');
-  double status = 0;
-  if (space == std::string::npos || !ParseDouble(std::string_view(raw).substr(space + 1, 3), status)) return 0;
-  answer = raw.substr(headEnd + 4);
+  long status = 0;
+  if (curl_easy_perform(curl) == CURLE_OK) curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
+  curl_slist_free_all(headers);
+  curl_easy_cleanup(curl);
+  if (status == 0) answer.clear();
   return static_cast<int>(status);
 }
+#else
+int HttpExchange(std::string_view, std::uint16_t, std::string_view, std::string_view, std::string_view,
+                 std::uint32_t, std::string& answer) {
+  answer.clear();
+  return 0;  // built without libcurl: FlightGear is followed but not written to
+}
+#endif
 
 FlightGearAdapter::FlightGearAdapter(std::string host, std::uint16_t udpPort, std::uint16_t httpPort)
     : host_(std::move(host)), udpPort_(udpPort), httpPort_(httpPort) {}

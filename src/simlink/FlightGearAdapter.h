@@ -42,7 +42,9 @@ class FlightGearAdapter : public SimAdapter {
   ~FlightGearAdapter() override;
 
   std::uint16_t LocalUdpPort() const { return LocalPort(socket_); }
-  // FlightGear's elapsed time of the last line taken, for the lag measure.
+  const std::string& Host() const { return host_; }
+  std::uint16_t HttpPort() const { return httpPort_; }
+  // FlightGear's frame clock (steady-clock-sec) in the last line taken, for the lag measure.
   double LastElapsed() const { return lastElapsed_; }
 
  protected:
