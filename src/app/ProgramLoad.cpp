@@ -12,7 +12,8 @@ class ProgramLoader : public DatabaseLoader {
 public:
   ProgramLoader(ProgramState& s) : DatabaseLoader(s.Db), s_(s) {}
 
-  std::optional<std::string> LoadFile(StartupFile file, const std::filesystem::path& path, Bytes& bytes) override {
+  std::optional<std::string> LoadFile(StartupFile file, const std::filesystem::path& path,
+                                      std::span<const uint8_t> bytes) override {
     if (file != StartupFile::Aircraft) return DatabaseLoader::LoadFile(file, path, bytes);
     AircraftFile list = ParseAircraftFile(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()),
                                           path.string());

@@ -30,7 +30,7 @@ constexpr Command kCommands[] = {
     {"magvar", "magvar LAT LON", CmdMagvar},
     {"render",
      "--appdir DIR render --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "
-     "[--round-world] [--online ivao|vatsim] [--weather] [--tracks nat|pacific|both] --out FILE.png|FILE.svg|FILE.pdf",
+     "[--round-world] [--online ivao|vatsim] [--weather] [--tracks nat|pacific|both] [--passes N] --out FILE.png|FILE.svg|FILE.pdf",
      CmdRender},
     {"hover",
      "--appdir DIR hover --center LAT,LON|ICAO --range NM [--size WxH] [--layers NAME=on|off,...] "

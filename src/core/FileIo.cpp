@@ -4,6 +4,14 @@
 #include <cstdlib>
 #include <fstream>
 #include <system_error>
+#include <utility>
+
+#if !defined(_WIN32)
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace orv {
 
@@ -13,18 +21,77 @@ std::optional<Bytes> ReadWholeFile(const fs::path& path) {
   std::FILE* f = std::fopen(path.c_str(), "rb");
   if (!f) return std::nullopt;
   Bytes data;
+  long size = -1;
   if (std::fseek(f, 0, SEEK_END) == 0) {
-    long size = std::ftell(f);
-    if (size > 0) data.reserve(static_cast<size_t>(size));
+    size = std::ftell(f);
     std::fseek(f, 0, SEEK_SET);
   }
+  // Read straight into the array when the length is known, rather than
+  // through a buffer on the stack: one copy of the bytes instead of two.
+  std::size_t got = 0;
+  if (size > 0) {
+    data.resize(static_cast<std::size_t>(size));
+    got = std::fread(data.data(), 1, data.size(), f);
+    data.resize(got);
+  }
+  // A file that grew since, or whose length the system did not tell.
   uint8_t buffer[1 << 16];
-  size_t got;
-  while ((got = std::fread(buffer, 1, sizeof buffer, f)) > 0) data.insert(data.end(), buffer, buffer + got);
+  std::size_t more;
+  while ((more = std::fread(buffer, 1, sizeof buffer, f)) > 0) data.insert(data.end(), buffer, buffer + more);
   bool failed = std::ferror(f) != 0;
   std::fclose(f);
   if (failed) return std::nullopt;
   return data;
+}
+
+FileView& FileView::operator=(FileView&& other) noexcept {
+  if (this != &other) {
+    Release();
+    copy_ = std::move(other.copy_);
+    mapped_ = std::exchange(other.mapped_, nullptr);
+    size_ = std::exchange(other.size_, 0);
+    data_ = mapped_ ? static_cast<const uint8_t*>(mapped_) : copy_.data();
+    other.data_ = nullptr;
+  }
+  return *this;
+}
+
+void FileView::Release() {
+#if !defined(_WIN32)
+  if (mapped_) munmap(mapped_, size_);
+#endif
+  mapped_ = nullptr;
+  copy_.clear();
+  data_ = nullptr;
+  size_ = 0;
+}
+
+std::optional<FileView> FileView::Open(const fs::path& path) {
+  FileView view;
+#if !defined(_WIN32)
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return std::nullopt;
+  struct stat st {};
+  if (::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size > 0) {
+    // Populated at once: the pages are in the file cache and the readers
+    // walk every byte, so one call maps them all instead of a fault apiece.
+    void* p = ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
+    if (p != MAP_FAILED) {
+      ::close(fd);
+      view.mapped_ = p;
+      view.size_ = static_cast<std::size_t>(st.st_size);
+      view.data_ = static_cast<const uint8_t*>(p);
+      return view;
+    }
+  }
+  ::close(fd);
+#endif
+  std::optional<Bytes> bytes = ReadWholeFile(path);
+  if (!bytes) return std::nullopt;
+  view.copy_ = std::move(*bytes);
+  view.size_ = view.copy_.size();
+  view.data_ = view.copy_.data();
+  return view;
 }
 
 std::optional<std::string> ReadWholeText(const fs::path& path) {

@@ -96,7 +96,7 @@ StartupResult EndFatal(AppState& state, Ui& ui, const Clock& clock, std::optiona
   return EndProgram(state, ui, clock, std::move(messages));
 }
 
-bool StartsWithHeader(const Bytes& bytes) {
+bool StartsWithHeader(std::span<const uint8_t> bytes) {
   return bytes.size() >= kUserWpHeader.size() &&
          std::equal(kUserWpHeader.begin(), kUserWpHeader.end(), bytes.begin(),
                     [](char a, uint8_t b) { return static_cast<uint8_t>(a) == b; });
@@ -296,14 +296,15 @@ std::optional<StartupResult> LoadDatabaseFile(const StartupFileInfo& info, AppSt
   fs::path path = state.Folder.Resolve(constant);
 
   std::error_code ec;
-  Bytes bytes;
+  FileView file;
   if (fs::exists(path, ec)) {
-    std::optional<Bytes> read = ReadWholeFile(path);
+    std::optional<FileView> read = FileView::Open(path);
     if (!read) return EndProgram(state, ui, clock, {"File cannot be read: " + PathText(path)});
-    bytes = std::move(*read);
+    file = std::move(*read);
   } else if (info.Empty != EmptyRule::Delete && info.Empty != EmptyRule::UserWpRewrite) {
     return EndProgram(state, ui, clock, {"File not found: " + PathText(path)});
   }
+  std::span<const uint8_t> bytes = file.Span();
   state.StartLog[info.LogSlot] = std::to_string(bytes.size()) + " > " + PathText(path);
 
   if (bytes.empty()) {
@@ -318,8 +319,9 @@ std::optional<StartupResult> LoadDatabaseFile(const StartupFileInfo& info, AppSt
   }
   if (info.Empty == EmptyRule::UserWpRewrite && !StartsWithHeader(bytes)) {
     // No valid header: the file becomes an empty valid one, without a word.
-    bytes.assign(kUserWpHeader.begin(), kUserWpHeader.end());
-    WriteFileAtomic(path, bytes);
+    static const Bytes kHeaderOnly(kUserWpHeader.begin(), kUserWpHeader.end());
+    bytes = kHeaderOnly;
+    WriteFileAtomic(path, kHeaderOnly);
   }
   if (std::optional<std::string> refusal = loader.LoadFile(info.File, path, bytes))
     return EndFatal(state, ui, clock, std::move(refusal));

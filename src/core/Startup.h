@@ -104,8 +104,10 @@ public:
   // of the table with a length of at least 1 (the variation grid even when
   // empty), and the user waypoint file always, as rewritten when its header
   // was missing. Files skipped or deleted when empty are not handed over. The
-  // loader may move the bytes out. path is the file's native path.
-  virtual std::optional<std::string> LoadFile(StartupFile file, const std::filesystem::path& path, Bytes& bytes) {
+  // bytes live only during the call: a loader that keeps them copies them.
+  // path is the file's native path.
+  virtual std::optional<std::string> LoadFile(StartupFile file, const std::filesystem::path& path,
+                                              std::span<const uint8_t> bytes) {
     return std::nullopt;
   }
   // After step 23 and the user objects: link each ILS to its runway.

@@ -9,6 +9,7 @@
 
 #include "core/Runtime.h"
 #include "database/ByteReader.h"
+#include "database/LargeArrays.h"
 #include "database/MagVar.h"
 
 namespace orv {
@@ -172,7 +173,8 @@ std::optional<std::string> ParseAirportFile(const uint8_t* data, std::size_t siz
     return Problem(0, 0, "count " + std::to_string(count) + " runs past the end of the file");
 
   const int64_t lastSlot = static_cast<int64_t>(count) + kAirportSlack;
-  std::vector<AirportRec> airports(static_cast<std::size_t>(lastSlot) + 1);
+  std::vector<AirportRec> airports;
+  SizeRecords(airports, static_cast<std::size_t>(lastSlot) + 1);
   int32_t deleted = 0;
   int64_t lastStored = -1;
   std::size_t record = 0;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "database/ByteReader.h"
+#include "database/LargeArrays.h"
 #include "database/ShapeFileDetail.h"
 
 namespace orv {
@@ -78,7 +79,7 @@ std::optional<std::string> ParseAirspaceFile(const uint8_t* data, std::size_t si
   std::vector<AirspaceRec> airspaces;
   std::vector<ShapePoint> points;
   airspaces.reserve(stored);
-  points.resize(totalPoints);
+  SizeRecords(points, totalPoints);
 
   ByteReader reader(data, size);
   std::size_t nextPoint = 0;

@@ -7,7 +7,7 @@
 namespace orv {
 
 std::optional<std::string> DatabaseLoader::LoadFile(StartupFile file, const std::filesystem::path& path,
-                                                    Bytes& bytes) {
+                                                    std::span<const uint8_t> bytes) {
   const uint8_t* data = bytes.data();
   const std::size_t size = bytes.size();
   // A refused file may have filled part of its arrays: every file counts.
@@ -15,7 +15,7 @@ std::optional<std::string> DatabaseLoader::LoadFile(StartupFile file, const std:
   switch (file) {
     case StartupFile::MagVar:
       // The grid is kept whole: every later lookup reads from it.
-      db_.MagVar.Assign(std::move(bytes));
+      db_.MagVar.Assign(Bytes(bytes.begin(), bytes.end()));
       return std::nullopt;
     case StartupFile::Region: return ParseRegionFile(data, size, db_.Airports);
     case StartupFile::Country: return ParseCountryFile(data, size, db_.Airports);

@@ -12,7 +12,8 @@ class DatabaseLoader : public StartupLoader {
 public:
   explicit DatabaseLoader(NavDatabase& db) : db_(db) {}
 
-  std::optional<std::string> LoadFile(StartupFile file, const std::filesystem::path& path, Bytes& bytes) override;
+  std::optional<std::string> LoadFile(StartupFile file, const std::filesystem::path& path,
+                                      std::span<const uint8_t> bytes) override;
   void LinkIls() override;
   std::vector<ArrayCount> Counts() const override;
 

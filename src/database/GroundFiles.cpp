@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "database/ByteReader.h"
+#include "database/LargeArrays.h"
 #include "database/ShapeFileDetail.h"
 
 namespace orv {
@@ -34,7 +35,8 @@ std::string_view TrimBlanks(std::string_view s) {
 std::optional<std::string> ParseTaxiFile(const uint8_t* data, std::size_t size, AirspaceTables& out) {
   if (std::string cut = CutShortRecord(kTaxiFile, size, kTaxiRecordSize); !cut.empty()) return cut;
   std::size_t records = size / kTaxiRecordSize;
-  std::vector<TaxiRec> segments(records);
+  std::vector<TaxiRec> segments;
+  SizeRecords(segments, records);
   ByteReader reader(data, size);
   for (std::size_t i = 0; i < records; ++i) {
     TaxiRec& t = segments[i];
@@ -69,7 +71,7 @@ std::optional<std::string> ParseGroundPolyFile(const uint8_t* data, std::size_t 
   if (std::string cut = CutShortRecord(kPolyFile, size, kGroundPolyRecordSize); !cut.empty()) return cut;
   std::size_t records = size / kGroundPolyRecordSize;
   std::vector<GroundPolyRec> polys;
-  polys.reserve(records);
+  ReserveRecords(polys, records);
   ByteReader reader(data, size);
   for (std::size_t i = 0; i < records; ++i) {
     if (data[i * kGroundPolyRecordSize] == 0) {  // the Kind marks an empty record

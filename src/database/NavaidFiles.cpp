@@ -6,6 +6,7 @@
 
 #include "core/Runtime.h"
 #include "database/ByteReader.h"
+#include "database/LargeArrays.h"
 
 namespace orv {
 
@@ -178,6 +179,7 @@ bool PlaceIntersection(NavaidTables& tables, const IntersectionRec& rec,
                        std::span<const AirwayLinkRec> highLinks) {
   if (!IsIntersectionIndex(rec.Index) || lowLinks.size() > 255 || highLinks.size() > 255) return false;
   if (tables.Intersections.size() != kIntersectionSlots)
+    ReserveRecords(tables.Intersections, kIntersectionSlots);
     tables.Intersections.resize(kIntersectionSlots, EmptyIntersectionSlot());
   IntersectionRec placed = rec;
   placed.LowCount = static_cast<uint8_t>(lowLinks.size());
@@ -336,7 +338,7 @@ std::optional<std::string> ParseFixesFile(const uint8_t* data, std::size_t size,
                                           const MagVarGrid& grid, NavaidTables& out) {
   constexpr std::string_view kFile = "fixes.orv";
   out.Fixes.clear();
-  out.Fixes.reserve(size / kFixSizingDivisor + 2);
+  ReserveRecords(out.Fixes, size / kFixSizingDivisor + 2);
   return ForEachRecord(kFile, data, size, kFixRecordSize, kFixIdentOffset,
                        [&](ByteReader& in, std::size_t recordNo, std::size_t start) -> std::optional<std::string> {
       FixRec rec;

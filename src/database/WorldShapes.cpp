@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "database/ByteReader.h"
+#include "database/LargeArrays.h"
 #include "database/ShapeFileDetail.h"
 
 namespace orv {
@@ -72,7 +73,8 @@ std::optional<std::string> ParseShapes(const ShapeFileKind& kind, const uint8_t*
   }
 
   std::vector<WorldShapeRec> shapes(record);
-  std::vector<ShapePoint> points(totalPoints);
+  std::vector<ShapePoint> points;
+  SizeRecords(points, totalPoints);
   ByteReader reader(data, size);
   std::size_t nextPoint = 0;
   for (std::size_t i = 0; i < record; ++i) {

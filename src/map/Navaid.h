@@ -20,6 +20,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -81,6 +82,16 @@ public:
   // DrawWidth, FillStyle and FillColor are restored afterwards.
   template <typename Records>
   void DrawAsPolygon(const Records& polygons);
+  // The same drawing from a list of the records that open a polygon (every
+  // one with a Kind up to "M"), in file order: only the polygons near the
+  // centre are walked, rather than the world's million ground points.
+  struct PolygonHead {
+    float Lat = 0, Lon = 0;
+    uint32_t Rec = 0;   // the opening record
+    uint32_t Next = 0;  // the next opening record, which closes this polygon; UINT32_MAX for none
+  };
+  template <typename Records>
+  void DrawAsPolygon(const Records& polygons, std::span<const PolygonHead> heads);
   // Taxiway segments (Lat1, Lon1, Lat2, Lon2) within half a degree of the
   // centre, in the taxi colour, wider at the closer zoom steps; at label 3
   // and below a second, narrower pass in the inverted colour marks the
@@ -200,6 +211,42 @@ void clsNavaid::DrawAsPolygon(const Records& polygons) {
                              static_cast<float>(MapYFromLat(*view_, rec.Lat))};
       }
     }
+  }
+
+  t.SetDrawStyle(savedStyle);
+  t.SetDrawWidth(savedWidth);
+  t.SetFillStyle(savedFillStyle);
+  t.SetFillColor(savedFillColor);
+}
+
+template <typename Records>
+void clsNavaid::DrawAsPolygon(const Records& polygons, std::span<const PolygonHead> heads) {
+  DrawTarget& t = *target_;
+  const int16_t savedStyle = t.DrawStyle();
+  const int16_t savedWidth = t.DrawWidth();
+  const int16_t savedFillStyle = t.FillStyle();
+  const Colour savedFillColor = t.FillColor();
+  t.SetForeColor(TaxiColor);
+  t.SetFillColor(TaxiColor);
+  t.SetDrawWidth(1);
+  t.SetDrawStyle(kDrawStyleSolid);
+  t.SetFillStyle(kFillSolid);
+
+  // A polygon is drawn when the record that follows it closes it: one
+  // without a next opening record stays open and is never drawn.
+  for (const PolygonHead& head : heads) {
+    if (head.Next == UINT32_MAX || head.Next > polygons.size()) continue;
+    if (!NearCentre(head.Lat, head.Lon)) continue;
+    std::size_t count = 0;
+    polygon_[count++] = {static_cast<float>(MapXFromLon(*view_, head.Lon, head.Lat)),
+                         static_cast<float>(MapYFromLat(*view_, head.Lat))};
+    for (std::size_t i = head.Rec + 1; i < head.Next; ++i) {
+      const auto& rec = polygons[i];
+      if (navaid_detail::FirstLetter(rec.Kind) == 'L' && count < polygon_.size())
+        polygon_[count++] = {static_cast<float>(MapXFromLon(*view_, rec.Lon, rec.Lat)),
+                             static_cast<float>(MapYFromLat(*view_, rec.Lat))};
+    }
+    if (count >= 2) t.Polygon(polygon_.data(), count);
   }
 
   t.SetDrawStyle(savedStyle);

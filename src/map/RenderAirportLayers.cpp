@@ -26,7 +26,8 @@ int16_t MarkerRadius(std::string_view kind) {
 // the closest.
 void MapRenderer::Pass::DrawGround() {
   if (label <= 10 && layers.btnAP) {
-    if (!db.Shapes.GroundPolygons.empty()) navaid.DrawAsPolygon(db.Shapes.GroundPolygons);
+    if (!db.Shapes.GroundPolygons.empty())
+      navaid.DrawAsPolygon(db.Shapes.GroundPolygons, caches.GroundHeads(db.Shapes.GroundPolygons));
     if (!db.Shapes.TaxiSegments.empty()) navaid.DrawAsTaxiway(db.Shapes.TaxiSegments);
   }
   if (label < 3 && layers.btnAP && !db.Shapes.TaxiSegments.empty())

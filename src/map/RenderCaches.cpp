@@ -12,7 +12,24 @@ void RenderCaches::Sync(const NavDatabase& db) {
   for (Positions* p : {&airportPositions, &intersectionPositions, &vorPositions, &ndbPositions}) p->Valid = false;
   victorPaths.Valid = jetPaths.Valid = false;
   worldPolygonsThin.Valid = worldLinesThin.Valid = airspacesThin.Valid = false;
-  airspaceClassesValid_ = airwayFlagsValid_ = false;
+  airspaceClassesValid_ = airwayFlagsValid_ = groundHeadsValid_ = false;
+}
+
+std::span<const clsNavaid::PolygonHead> RenderCaches::GroundHeads(const std::vector<GroundPolyRec>& polygons) {
+  if (!groundHeadsValid_ || groundHeadsOf_ != polygons.size()) {
+    groundHeadsValid_ = true;
+    groundHeadsOf_ = polygons.size();
+    groundHeads_.clear();
+    // "L" adds a point, NUL and letters past "M" pass unseen, anything else
+    // closes the open polygon and opens the next.
+    for (std::size_t i = 0; i < polygons.size(); ++i) {
+      const char kind = polygons[i].Kind.chars[0];
+      if (kind == 'L' || kind == '\0' || static_cast<unsigned char>(kind) > 'M') continue;
+      if (!groundHeads_.empty()) groundHeads_.back().Next = static_cast<uint32_t>(i);
+      groundHeads_.push_back({polygons[i].Lat, polygons[i].Lon, static_cast<uint32_t>(i), UINT32_MAX});
+    }
+  }
+  return groundHeads_;
 }
 
 std::span<const ShapePoint> RenderCaches::Thinned(ThinnedShapes& set,

@@ -19,6 +19,7 @@
 #include "database/NavDatabase.h"
 #include "map/DrawTarget.h"
 #include "map/MapLayers.h"
+#include "map/Navaid.h"
 
 namespace orv {
 
@@ -100,6 +101,9 @@ struct RenderCaches {
   const std::vector<AirspaceClass>& AirspaceClasses(const AirspaceTables& shapes);
   // onVictor and onJet for the navaid tables of db.
   void AirwayFlags(const NavDatabase& db);
+  // The records of the ground polygons that open a polygon, with the one
+  // that closes each.
+  std::span<const clsNavaid::PolygonHead> GroundHeads(const std::vector<GroundPolyRec>& polygons);
 
   Positions airportPositions;
   Positions intersectionPositions;
@@ -119,6 +123,9 @@ private:
   std::vector<std::pair<uint32_t, uint32_t>> stack_;
   std::vector<AirspaceClass> airspaceClasses_;
   bool airspaceClassesValid_ = false;
+  std::vector<clsNavaid::PolygonHead> groundHeads_;
+  bool groundHeadsValid_ = false;
+  std::size_t groundHeadsOf_ = 0;
   bool airwayFlagsValid_ = false;
   std::size_t airwayFlagsSizes_[3] = {};
   const NavDatabase* db_ = nullptr;

@@ -118,7 +118,7 @@ TEST(CmdLoad, MessagesAreShownInUtf8) {
 class CountingLoader : public StartupLoader {
 public:
   int vors = 0;
-  std::optional<std::string> LoadFile(StartupFile file, const fs::path&, Bytes& bytes) override {
+  std::optional<std::string> LoadFile(StartupFile file, const fs::path&, std::span<const uint8_t> bytes) override {
     if (file == StartupFile::Vors) vors = static_cast<int>(bytes.size()) * 155;
     return std::nullopt;
   }

@@ -24,7 +24,7 @@ public:
   std::map<StartupFile, std::string> refuse;
   int ilsLinks = 0;
 
-  std::optional<std::string> LoadFile(StartupFile file, const fs::path&, Bytes& bytes) override {
+  std::optional<std::string> LoadFile(StartupFile file, const fs::path&, std::span<const uint8_t> bytes) override {
     files.push_back(file);
     contents[file] = std::string(bytes.begin(), bytes.end());
     if (auto it = refuse.find(file); it != refuse.end()) return it->second;
