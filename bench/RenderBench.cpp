@@ -1,12 +1,16 @@
 // The full render pass into a 1600x1000 picture on a world-sized database:
 // 2000 NM over the Atlantic, 400 NM over Europe, 30 NM and 2 NM over a busy
-// airport with taxiways. Target: under 10 ms each (Release build).
+// airport with taxiways. Target: under 8 ms each (Release build), the first
+// pass after a zoom change under 10 ms. Each view reports ClearRatio: its
+// pass over the time of clearing the same picture, the floor of any pass.
 //
 // Layers: the defaults of the window plus both airway layers and their
 // intersections, the busiest combination a user keeps on.
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
+#include <algorithm>
+#include <ctime>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -66,6 +70,33 @@ struct Window {
   ViewState view;
 };
 
+// Clearing the picture and copying it to the back buffer, which every pass
+// does: the floor the views are measured against, in ms of CPU time.
+double ClearMs() {
+  static const double ms = [] {
+    QtFontSet& fonts = Fonts();
+    Window window(fonts, 50.0f, 8.0f, 400);
+    window.map.SetBackColor(TheWorld().colours.Map);
+    double best = 1e9;
+    for (int round = 0; round < 5; ++round) {
+      const std::clock_t start = std::clock();
+      for (int i = 0; i < 50; ++i) {
+        window.map.Cls();
+        window.back.CopyPicture(window.map);
+      }
+      best = std::min(best, 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC / 50);
+    }
+    return best;
+  }();
+  return ms;
+}
+
+void ReportClearRatio(benchmark::State& state) {
+  state.counters["ClearMs"] = ClearMs();
+  state.counters["ClearRatio"] = benchmark::Counter(ClearMs() / 1000.0, benchmark::Counter::kIsIterationInvariantRate |
+                                                                             benchmark::Counter::kInvert);
+}
+
 // The pass as the window runs it, again and again; the first pass at a zoom
 // (which thins the shapes for it) is the warm-up.
 void RenderAt(benchmark::State& state, float lat, float lon, int32_t range) {
@@ -79,6 +110,7 @@ void RenderAt(benchmark::State& state, float lat, float lon, int32_t range) {
     renderer.DrawMap(scene, window.map, &window.back);
     benchmark::ClobberMemory();
   }
+  ReportClearRatio(state);
 }
 
 // The first pass of a new renderer: every shape in view thinned for the
@@ -94,6 +126,7 @@ void FirstPassAt(benchmark::State& state, float lat, float lon, int32_t range) {
     renderer.DrawMap(scene, window.map, &window.back);
     benchmark::ClobberMemory();
   }
+  ReportClearRatio(state);
 }
 
 // A live tick's drawing: the clean chart back from the back buffer, then the
@@ -126,6 +159,8 @@ void BM_Airport30(benchmark::State& s) { RenderAt(s, 50.033f, 8.570f, 30); }
 void BM_Taxiways2(benchmark::State& s) { RenderAt(s, 50.033f, 8.570f, 2); }
 void BM_FirstPassAtlantic2000(benchmark::State& s) { FirstPassAt(s, 45.0f, -30.0f, 2000); }
 void BM_FirstPassEurope400(benchmark::State& s) { FirstPassAt(s, 50.0f, 8.0f, 400); }
+void BM_FirstPassAirport30(benchmark::State& s) { FirstPassAt(s, 50.033f, 8.570f, 30); }
+void BM_FirstPassTaxiways2(benchmark::State& s) { FirstPassAt(s, 50.033f, 8.570f, 2); }
 
 BENCHMARK(BM_LiveTickOverlay)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_Atlantic2000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
@@ -134,6 +169,8 @@ BENCHMARK(BM_Airport30)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAg
 BENCHMARK(BM_Taxiways2)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_FirstPassAtlantic2000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_FirstPassEurope400)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_FirstPassAirport30)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_FirstPassTaxiways2)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 
 }  // namespace
 }  // namespace orv
