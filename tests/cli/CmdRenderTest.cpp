@@ -49,6 +49,16 @@ TEST_F(CmdRenderTest, WritesAnSvgAtAPosition) {
   EXPECT_NE(text.find("</svg>"), std::string::npos);
 }
 
+TEST_F(CmdRenderTest, TimesPassesWithoutAFile) {
+  Outcome r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--range", "30", "--size", "200x100",
+                      "--passes", "3"});
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(r.out.rfind("passes 3: first ", 0), 0u) << r.out;
+  EXPECT_NE(r.out.find(" ms, median "), std::string::npos);
+  r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--passes", "0"});
+  EXPECT_EQ(r.code, 2);
+}
+
 TEST_F(CmdRenderTest, RefusesBadArguments) {
   const std::string png = Out("x.png");
   Outcome r = RunCli({"--appdir", Root(), "render", "--center", "EDXX", "--range", "25", "--out", png});

@@ -6,6 +6,7 @@
 #include "core/FixedStr.h"
 #include "core/Runtime.h"
 #include "map/Navaid.h"
+#include "map/RenderCaches.h"
 #include "map/RecordingTarget.h"
 
 namespace orv {
@@ -395,6 +396,28 @@ TEST_F(GroundTest, PolygonsStopAt500PointsAndReadFixedTexts) {
   nav.DrawAsPolygon(recs);
   ASSERT_EQ(map.Ops().size(), 1u);
   EXPECT_EQ(map.Ops()[0].PointCount, 500u);
+}
+
+// The pass walks only the polygons that open near the centre; it must draw
+// what the walk over every record draws, NUL and late letters included.
+TEST_F(GroundTest, PolygonsFromTheirOpeningRecordsDrawAsTheFullWalk) {
+  std::vector<GroundPolyRec> recs;
+  for (const auto& [kind, lat, lon] : std::vector<PolyRec>{
+           {'A', 50.01f, 8.01f}, {'L', 50.02f, 8.01f}, {'\0', 50.3f, 8.3f}, {'L', 50.01f, 8.02f}, {'A', 51.0f, 8.0f},
+           {'L', 50.0f, 8.0f}, {'M', 49.9f, 7.9f}, {'Z', 50.0f, 8.0f}, {'L', 49.95f, 7.95f}, {'F', 50.0f, 8.0f},
+           {'L', 50.0f, 8.01f}, {'F', 50.1f, 8.1f}, {'E', 50.1f, 8.1f}, {'F', 50.2f, 8.2f}, {'L', 50.2f, 8.3f}}) {
+    GroundPolyRec& g = recs.emplace_back();
+    g.Kind.chars[0] = kind;
+    g.Lat = lat;
+    g.Lon = lon;
+  }
+  nav.DrawAsPolygon(recs);
+  const Ops full = Drawn();
+  ASSERT_EQ(full.size(), 3u);
+  map.ClearOps();
+  RenderCaches caches;
+  nav.DrawAsPolygon(recs, caches.GroundHeads(recs));
+  EXPECT_EQ(Drawn(), full);
 }
 
 TEST_F(GroundTest, TaxiwaysWidenAtCloseZoomWithACentreLine) {
