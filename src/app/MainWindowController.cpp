@@ -146,10 +146,13 @@ void MainWindowController::Load(float lat, float lon) {
   timers_.SetEnabled(TimerId::Clock, true);
   timers_.SetEnabled(TimerId::MousePos, true);
   s_.View.MapReady = true;
+  ReopenLastPlan();
 }
 
 void MainWindowController::Unload() {
   SaveWindowToggles(s_.Toggles(), s_.Core.Config);
+  // A plan built but never saved has no file to come back to.
+  s_.Core.Config.LastPlan = s_.Plan.LastRow >= 1 ? s_.Files.CurrentPath : std::string();
   if (!SaveIni(s_.Core.Folder, s_.Core.Config))
     ui_.MsgBox("The settings could not be written to orv.ini.", MsgStyle::Exclamation, kAppTitle);
   for (int i = 0; i < kTimerCount; ++i) timers_.SetEnabled(static_cast<TimerId>(i), false);

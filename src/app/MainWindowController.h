@@ -147,6 +147,9 @@ public:
   // entry that is not one of them.
   bool PlanFileMenu(std::string_view name);
   static bool IsPlanFileMenu(std::string_view name);
+  // The plan file of the last run (LASTPLAN), opened again at load; a file
+  // gone since is passed over in silence, a damaged one says so.
+  void ReopenLastPlan();
   // The Save As window's save button.
   bool SaveRouteClick();
   // The folder plans are opened from and saved to: FPPATH10 or FPPATH09 by

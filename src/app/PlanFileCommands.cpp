@@ -1,5 +1,6 @@
 // The plan file menus of the main window.
 #include <array>
+#include <filesystem>
 
 #include "app/MainWindowController.h"
 #include "core/FileIo.h"
@@ -73,6 +74,20 @@ bool MainWindowController::PlanFileMenu(std::string_view name) {
   if (!s_.Window.MenuShowPlan && s_.Plan.LastRow >= 1) Menu("MenuShowPlan");
   view_.DrawMap();
   return true;
+}
+
+void MainWindowController::ReopenLastPlan() {
+  const std::string path = s_.Core.Config.LastPlan;
+  std::error_code ec;
+  if (path.empty() || !std::filesystem::is_regular_file(path, ec)) return;
+  NavLookupDb nav(s_.Db, s_.Core.ParkingNames);
+  PlanEditor editor(s_.Plan, s_.Panel, s_.Aircraft.Current, nav);
+  if (!OpenPlanPath(ui_, editor, ProbeOf(s_.Core.Folder), s_.Files, path)) return;
+  view_.SetMenuEnabled("MenuOpenSid", s_.Files.Menu.OpenSidEnabled);
+  view_.SetMenuEnabled("MenuOpenStar", s_.Files.Menu.OpenStarEnabled);
+  view_.RefreshPlanTable();
+  if (!s_.Window.MenuShowPlan && s_.Plan.LastRow >= 1) Menu("MenuShowPlan");
+  view_.DrawMap();
 }
 
 bool MainWindowController::SaveRouteClick() {

@@ -39,7 +39,7 @@ struct KeyDef {
 };
 
 // Every key of orv.ini, in the order the file is written.
-const std::array<KeyDef, 85> kKeys = {{
+const std::array<KeyDef, 86> kKeys = {{
     {"MAPWIN", KeyType::Byte, &Settings::MapWin, 0, {}},
     {"SCALE", KeyType::Int16, &Settings::Scale, 6, {}},
     {"AIRCRAFT", KeyType::Int16, &Settings::Aircraft, 12, {}},
@@ -124,6 +124,7 @@ const std::array<KeyDef, 85> kKeys = {{
     {"ONLSHOWDEPDEST", KeyType::Flag, &Settings::OnlShowDepDest, 1, {}},
     {"MZOOM", KeyType::Byte, &Settings::MZoom, 0, {}},
     {"SIMSOURCE", KeyType::Text, &Settings::SimSource, 0, "builtin"},
+    {"LASTPLAN", KeyType::Text, &Settings::LastPlan, 0, {}},
     {"VATSIMURLSTATUS", KeyType::Text, &Settings::VatsimUrlStatus, 0, kDefaultVatsimStatusUrl},
     {"IVAOURLSTATUS", KeyType::Text, &Settings::IvaoUrlStatus, 0, kDefaultIvaoStatusUrl},
     {"FSX", KeyType::FsxFlag, &Settings::Fsx, 0, {}},

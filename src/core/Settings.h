@@ -109,6 +109,7 @@ struct Settings {
   uint8_t MZoom;           // MZOOM: zoom with the mouse wheel
   std::string SimSource;   // SIMSOURCE: the simulator "Connect to FS" links to
                            // ("builtin", "bridge:HOST:PORT", "flightgear", "xplane:HOST")
+  std::string LastPlan;    // LASTPLAN: the plan file in memory when the program ended, reopened at start
   std::string VatsimUrlStatus;  // VATSIMURLSTATUS
   std::string IvaoUrlStatus;    // IVAOURLSTATUS
   // FSX: absent until a file or the simulator choice sets it; 0 is FS2004,

@@ -110,6 +110,19 @@ TEST(MainWindowController, PlanEntriesBuildAndShowThePlan) {
   EXPECT_NE(std::find(c.begin(), c.end(), "showplan"), c.end());
   EXPECT_EQ(c.back(), "draw");
   for (const std::string& m : f.ui.Messages()) ADD_FAILURE() << m;
+
+  // The saved plan is the one the next start opens again.
+  const std::string path = (f.dir.Path() / "last.pln").string();
+  f.s.Files.CurrentPath = path;
+  f.c.Menu("MenuSaveFP");
+  f.c.Unload();
+  EXPECT_EQ(f.s.Core.Config.LastPlan, path);
+  Fixture next;
+  next.s.Core.Config.LastPlan = path;
+  next.c.ReopenLastPlan();
+  EXPECT_EQ(next.s.Plan.LastRow, f.s.Plan.LastRow);
+  EXPECT_TRUE(next.s.Window.MenuShowPlan);
+  for (const std::string& m : next.ui.Messages()) ADD_FAILURE() << m;
 }
 
 TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {

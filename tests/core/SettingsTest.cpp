@@ -27,7 +27,7 @@ constexpr std::string_view kDefaultIni =
     "FPPATH09=\r\nFPPATH10=\r\nNATRACKURL=https://www.notams.faa.gov/trackmain.html\r\n"
     "PACOTURL=https://www.notams.faa.gov/trackmain.html\r\nWXURL=https://aviationweather.gov/data/cache/metars.cache.csv.gz\r\n"
     "AUTODOWNLOAD=1\r\nDLINTERVAL=3\r\nSQUAWKBOXPATH=\r\nIVAOPATH=\r\nSTATICACCOLOR=7012202\r\n"
-    "ONLUSRCALLSIGN=\r\nONLSHOWALTSPEED=1\r\nONLSHOWDEPDEST=1\r\nMZOOM=0\r\nSIMSOURCE=builtin\r\n"
+    "ONLUSRCALLSIGN=\r\nONLSHOWALTSPEED=1\r\nONLSHOWDEPDEST=1\r\nMZOOM=0\r\nSIMSOURCE=builtin\r\nLASTPLAN=\r\n"
     "VATSIMURLSTATUS=https://status.vatsim.net/status.json\r\n"
     "IVAOURLSTATUS=https://api.ivao.aero/v2/tracker/whazzup\r\n";
 
