@@ -13,6 +13,8 @@
 #include "simlink/LiveDraw.h"
 #include "simlink/Logbook.h"
 #include "simlink/SimulatorChoice.h"
+#include "planning/NavLookupDb.h"
+#include "planning/StoredProcedures.h"
 
 namespace orv {
 
@@ -172,12 +174,20 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
     if (w.Menu == name) return true;
   for (const PlanEntry& p : kPlanEntries)
     if (p.Menu == name) return true;
-  return IsOnlineMenu(name) || IsPlanFileMenu(name);
+  return IsOnlineMenu(name) || IsPlanFileMenu(name) || IsPlanEditMenu(name);
 }
 
 bool MainWindowController::Menu(std::string_view name) {
   MainWindowState toggles = s_.Toggles();
   if (MenuToggleClicked(toggles, name, view_)) {
+    if (name == "menuShowCoords") {
+      // The Name column is rewritten with positions or names; the live
+      // tick shows the aircraft's position in the status line meanwhile.
+      NavLookupDb nav(s_.Db, s_.Core.ParkingNames);
+      PlanEditor(s_.Plan, s_.Panel, s_.Aircraft.Current, nav).RefreshRows(0);
+      if (s_.Sim.Live) s_.Sim.Live->Menus.menuShowCoords = s_.Window.menuShowCoords;
+      view_.RefreshPlanTable();
+    }
     view_.SyncChecks();
     return true;
   }
@@ -202,6 +212,7 @@ bool MainWindowController::Menu(std::string_view name) {
   }
   if (OnlineMenu(name)) return true;
   if (PlanFileMenu(name)) return true;
+  if (PlanEditMenu(name)) return true;
   if (name == "MenuLocal") {
     ConnectClick();
     return true;
@@ -329,26 +340,47 @@ bool MainWindowController::Button(std::string_view name, bool value) {
 
 bool MainWindowController::Key(int keyCode) {
   if (keyCode == 27) mouse_.Escape();
-  if (!s_.Trace.ReplayActive) {
-    const bool handled = MapKeyDown(s_.View, keyCode, view_, ui_);
-    if (handled) mouse_.SurfaceRedrawn();
+  if (s_.Trace.ReplayActive) {
+    // During Flight Analysis the cursor keys step through the samples; every
+    // key is followed by the display of the row and the focus on the map.
+    bool handled = true;
+    if (keyCode == 38 || keyCode == 40)
+      analysis_.Step(keyCode == 38);
+    else
+      handled = MapKeyDown(s_.View, keyCode, view_, ui_);
+    analysis_.ShowRow();
+    view_.FocusMap();
     return handled;
   }
-  // During Flight Analysis the cursor keys step through the samples; every
-  // key is followed by the display of the row and the focus on the map.
-  bool handled = true;
-  if (keyCode == 38 || keyCode == 40)
-    analysis_.Step(keyCode == 38);
-  else
-    handled = MapKeyDown(s_.View, keyCode, view_, ui_);
-  analysis_.ShowRow();
-  view_.FocusMap();
+  switch (keyCode) {
+    case 13:  // Enter: the line of the pick list the user is on
+      if (!s_.Edit.PickListShown) return false;
+      return PickWaypoint(s_.Edit.PickIndex);
+    case 46: {  // Delete: the selected row, or the marked range
+      NavLookupDb nav(s_.Db, s_.Core.ParkingNames);
+      PlanEditor editor(s_.Plan, s_.Panel, s_.Aircraft.Current, nav);
+      editor.DeleteKey(ui_, s_.Edit.RangeStart, [&] { menuDeleteSid(editor); }, [&] { menuDeleteStar(editor); });
+      s_.Edit.RangeStart = -1;
+      AfterPlanEdit();
+      return true;
+    }
+    case 73:  // I: the weather under the pointer is looked up at once
+      s_.Online.ImmediateWx = true;
+      return true;
+    case 27:  // Esc also drops the pick list, the manual field and the selection
+      ResetPlanSelection(s_);
+      view_.ShowPlanEdit();
+      break;
+    default: break;
+  }
+  const bool handled = MapKeyDown(s_.View, keyCode, view_, ui_);
+  if (handled) mouse_.SurfaceRedrawn();
   return handled;
 }
 
 bool MainWindowController::BarButton(std::string_view name) {
   for (const BarButtonEntry& b : BottomBarButtons())
-    if (b.name == name) return Menu(b.menu);
+    if (b.name == name) return BarButtonEnabled(name) && Menu(b.menu);
   return false;
 }
 
@@ -368,7 +400,16 @@ void MainWindowController::Band(double x1, double y1, double x2, double y2) {
 }
 
 bool MainWindowController::MouseDown(int button, bool shift, bool control, double x, double y) {
-  if (!s_.Sim.Connected()) return false;
+  if (button == 2) {
+    if (FrmUser* form = view_.OpenUserForm()) {
+      // The user waypoint window takes the clicked position into its fields.
+      const float lat = MapLatFromY(s_.View, y);
+      form->ShowPosition(lat, MapLonFromX(s_.View, x, lat));
+      view_.MarkPoint(x, y);
+      return true;
+    }
+  }
+  if (!s_.Sim.Connected()) return PlanMouseDown(button, x, y);
   FsuipcChannel& ch = *s_.Sim.Channel;
   const ViewState& v = s_.View;
   auto near = [&](float lat, float lon) {

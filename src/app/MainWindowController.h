@@ -18,6 +18,7 @@
 #include "core/Clock.h"
 #include "core/Timers.h"
 #include "core/Ui.h"
+#include "database/FrmUser.h"
 #include "map/MainWindowLogic.h"
 #include "map/MapGeodesy.h"
 
@@ -81,6 +82,16 @@ public:
   virtual void SetMeasureButton(bool on) {}
   // The surface takes the keyboard focus, so that the wheel reaches it.
   virtual void FocusSurface() {}
+  // The plan panel's pick list lstWP, manual field txtManWP and departure
+  // list lstDep changed (PlanEditState and PlanPanel hold them).
+  virtual void ShowPlanEdit() {}
+  // The user waypoint window while it is open, so that a right click on the
+  // map can give it a position; nullptr while it is closed.
+  virtual FrmUser* OpenUserForm() { return nullptr; }
+  // A circle of radius 50 in the hilite colour at a clicked point.
+  virtual void MarkPoint(double x, double y) {}
+  // Whether this program has a window that no menu entry opens ("frmSID").
+  virtual bool HasWindow(std::string_view name) const { return false; }
 };
 
 class MainWindowController {
@@ -161,6 +172,21 @@ public:
   bool OnlineMenu(std::string_view name);
   static bool IsOnlineMenu(std::string_view name);
 
+  // The plan editing menus: New, Delete Enroute Waypoints, Add Airway
+  // Waypoints. False for an entry that is not one of them.
+  bool PlanEditMenu(std::string_view name);
+  static bool IsPlanEditMenu(std::string_view name);
+  // The plan panel: Enter in txtManWP, a line of lstWP or of lstDep chosen,
+  // a row of WPTable selected (rangeStart: the other end of a marked range,
+  // or -1).
+  bool ManualWaypointEnter(std::string_view typed);
+  bool PickWaypoint(int index);
+  bool ChooseDeparture(int index);
+  void SelectRow(int row, int rangeStart);
+  // Whether a button of the bottom bar does something now: its menu entry
+  // is available (the route buttons also need both airports).
+  bool BarButtonEnabled(std::string_view name) const;
+
   // frmGPSMM's buttons.
   GpsWindowLogic& Gps() { return gps_; }
   // The Blackbox menu, its two file windows and the stepping view.
@@ -175,6 +201,10 @@ private:
   DownloadManager* Downloads();
   bool ShowNetwork(OnlineNetwork net, bool controllers, bool on);
   void ClockTick();
+  // Map mouse rules of the plan: the user waypoint window's position, the
+  // row insertion and the airport choice of a new plan.
+  bool PlanMouseDown(int button, double x, double y);
+  void AfterPlanEdit();
   bool OpenLink();
   void StepBuiltin();
 

@@ -29,6 +29,7 @@ struct OnlineSession {
   bool ShowPacific = false;     // menuPacotRoutes
   bool ShowControllers = false; // menuIvaoAirspace / menuVatsimAirspace
   bool ShowPilots = false;      // menuIvaoAircraft / menuVatsimAircraft
+  bool ImmediateWx = false;     // key I: the weather is looked up at once
 
   // Before the manager, which holds a reference to it.
   std::unique_ptr<HttpClient> Http;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/OnlineSession.h"
+#include "app/PlanEditing.h"
 #include "app/SimSession.h"
 #include "app/TraceSession.h"
 #include "core/AppState.h"
@@ -35,6 +36,7 @@ struct ProgramState {
 
   FlightPlan Plan;          // the one plan in memory
   PlanPanel Panel;          // its table and totals on the main window
+  PlanEditState Edit;       // the panel's pick list, manual field and airport choice
   PlanFileState Files;      // the file the plan came from or went to last
   SaveRoute SaveRouteForm;  // the Save As window's controls
 

@@ -167,9 +167,11 @@ constexpr BarButtonEntry kBarButtons[] = {
     {"cmdTracing", "Flight Analysis", "MenuReplay"},  {"cmdLogBook", "Logbook", "menuShowLogbook"},
     {"cmdSelectAP", "Airport", "MenuSelectAP"},       {"cmdAircraft", "Aircraft", "MenuAircraft"},
     {"cmdAPPreview", "Preview", "MenuAPPrev"},        {"cmdProcedure", "Procedure", "MenuProc"},
-    {"cmdSIDSTAR", "SID/STAR", "MenuOpenSid"},        {"cmdShowFP", "Plan", "MenuShowPlan"},
+    {"cmdSIDSTAR", "SID/STAR", "MenuOpenSid"},        {"cmdAirportList", "Find", "MenuFindObject"},
+    {"cmdShowFP", "Plan", "MenuShowPlan"},            {"cmdCreateFP", "Navaid", "MenuCreateNavaid"},
     {"cmdLoAlt", "Low Alt", "MenuCreateLoAlt"},       {"cmdHiAlt", "High Alt", "MenuCreateHiAlt"},
     {"cmdFuel", "Fuel", "MenuFuel"},                  {"cmdParking", "Parking", "MenuSelParking"},
+    {"cmdApproach", "Approach", "MenuOpenStar"},
 };
 
 }  // namespace

@@ -69,6 +69,7 @@ constexpr PlainToggle kPlain[] = {
     {"MenuTraceActive", Owner::Layers, &MapLayers::MenuTraceActive, nullptr, nullptr, false, true},
     {"menuShowAlt", Owner::Layers, &MapLayers::menuShowAlt, nullptr, nullptr, false, true},
     {"MenuViolation", Owner::Layers, &MapLayers::MenuViolation, nullptr, nullptr, false, true},
+    {"MenuShowRoute", Owner::Layers, &MapLayers::MenuShowRoute, nullptr, nullptr, true, true},
     {"MenuAoM", Owner::View, nullptr, &ViewState::AircraftOnMap, nullptr, true, false},
     {"menuAutozoom", Owner::View, nullptr, &ViewState::Autozoom, nullptr, true, false},
     {"menuRoundWorld", Owner::View, nullptr, &ViewState::RoundWorld, nullptr, true, true},
@@ -76,6 +77,7 @@ constexpr PlainToggle kPlain[] = {
     {"MenuOnTop", Owner::Window, nullptr, nullptr, &WindowToggles::MenuOnTop, false, false},
     {"MenuShowPlan", Owner::Window, nullptr, nullptr, &WindowToggles::MenuShowPlan, false, false},
     {"menuExtTable", Owner::Window, nullptr, nullptr, &WindowToggles::menuExtTable, false, false},
+    {"menuShowCoords", Owner::Window, nullptr, nullptr, &WindowToggles::menuShowCoords, false, false},
 };
 
 const PlainToggle* FindPlain(std::string_view name) {
@@ -166,6 +168,7 @@ bool MenuToggleClicked(MainWindowState& s, std::string_view menuName, MainWindow
   if (menuName == "MenuOnTop") host.SetOnTop(*value);
   if (menuName == "MenuShowPlan") host.ShowPlan(*value);
   if (menuName == "menuExtTable") SetExtendedTable(s, *value);
+  if (menuName == "menuShowCoords" && s.Table) s.Table->ShowCoordinates = *value;
   if (t->Focus) host.FocusMap();
   if (t->Redraw) RedrawIfReady(s.View, host);
   return true;

@@ -29,6 +29,7 @@ struct WindowToggles {
   bool ReducedWindow = false;
   bool ToggleBar = true;  // pnlToggleButtons shown
   bool menuExtTable = false;  // Extended Table: the plan table's live columns open
+  bool menuShowCoords = false;  // Show Coordinates: positions in the table's Name column
 };
 
 // The window around the logic: the view's host plus what the keys and

@@ -53,6 +53,7 @@ struct MapLayers {
   bool MenuTraceActive = false;  // "Show Track"
   bool menuShowAlt = false;      // altitudes beside the track
   bool MenuViolation = false;    // control zone violation watch
+  bool MenuShowRoute = true;     // "Show Route": the plan's legs on the map
 };
 
 // The switch a name stands for: a control name ("MenuVOR", "btnVor",

@@ -49,7 +49,7 @@ void MapRenderer::Pass::Run() {
   if (label <= 300 && layers.btnMsa) DrawMsa();
   DrawGround();
   if (layers.btnAP) AirportLoop();
-  if (PlanPresent()) DrawRoute();
+  if (PlanPresent() && layers.MenuShowRoute) DrawRoute();
   DrawPlace(MapLayerPlace::Tracks);
   DrawPlace(MapLayerPlace::Weather);
   if (PlanPresent() && over->Sim.Connected) DrawActiveLeg();
