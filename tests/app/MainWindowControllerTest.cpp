@@ -3,6 +3,7 @@
 // and unload keep their order, and the window timers tick as the window's.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "core/FileIo.h"
@@ -38,6 +39,13 @@ struct RecordingView : MainWindowView {
   void CloseProgram() override { calls.push_back("close"); }
   void RefreshPlanTable() override { calls.push_back("table"); }
   void ShowReduced(bool on) override { calls.push_back(on ? "reduced" : "normal"); }
+  void SetMenuChecked(std::string_view name, bool on) override {
+    calls.push_back("check " + std::string(name) + (on ? " 1" : " 0"));
+  }
+  void ShowPlanEdit() override { calls.push_back("planedit"); }
+  void MarkPoint(double, double) override { calls.push_back("mark"); }
+  FrmUser* OpenUserForm() override { return userForm; }
+  FrmUser* userForm = nullptr;
 };
 
 struct Fixture {
@@ -80,18 +88,232 @@ TEST(MainWindowController, LoadAndUnloadKeepTheirOrder) {
   EXPECT_TRUE(std::filesystem::exists(f.dir.Path() / "orv.ini"));
 }
 
-TEST(MainWindowController, EveryOfferedEntryDoesSomething) {
-  int offered = 0;
+// Every row of the menu table, one line each, with what its click must do:
+//   "toggle"         its check mark flips
+//   "ui:KIND TEXT"   the Ui saw an event of that kind starting with TEXT
+//   "state:NAME"     a named check in NamedState
+//   anything else    a call the window was given, starting with that text
+// An entry that becomes available needs its line here.
+struct EntryEffect {
+  std::string_view Entry;
+  std::string_view Effect;
+};
+constexpr EntryEffect kEntryEffects[] = {
+    {"MenuOnTop", "ontop"}, {"MenuAoM", "toggle"}, {"MenuFindObject", "open frmFind"},
+    {"menuPrintMap", "open PrintMap"}, {"menuAirport", "toggle"}, {"MenuVOR", "toggle"}, {"MenuNDB", "toggle"},
+    {"MenuILS", "toggle"}, {"MenuIntersection", "toggle"}, {"MenuGPSFix", "toggle"}, {"MenuUserWP", "toggle"},
+    {"MenuJet", "toggle"}, {"MenuVictor", "toggle"}, {"MenuADA", "toggle"}, {"MenuADIZ", "toggle"},
+    {"menuARTCC", "toggle"}, {"MenuACC", "toggle"}, {"MenuBZ", "toggle"}, {"MenuCTA", "toggle"},
+    {"MenuCtrz", "toggle"}, {"menuFIR", "toggle"}, {"MenuOCA", "toggle"}, {"menuRA", "toggle"},
+    {"menuTCA", "toggle"}, {"menuUIR", "toggle"}, {"MenuMSA", "toggle"}, {"MenuCoastlines", "toggle"},
+    {"MenuCompass", "toggle"}, {"MenuLatLong", "toggle"}, {"MenuDisplayProc", "toggle"},
+    {"menuRoundWorld", "toggle"},
+    {"MenuNewFP", "state:newplan"},
+    {"MenuDeleteEnrouteWPs", "state:direct"},
+    {"MenuShowPlan", "toggle"},
+    {"MenuShowRoute", "toggle"},
+    {"MenuCreateNavaid", "table"}, {"MenuCreateLoAlt", "table"}, {"MenuCreateHiAlt", "table"},
+    {"MenuAddWPs", "ui:msg Please select ONLY the airway type"},
+    {"MenuOpenFP", "ui:open Open Flight Plan"}, {"MenuSaveFPAs", "open SaveRoute"}, {"MenuSaveFP", "open SaveRoute"},
+    {"menuOpenSegment", "open menuOpenSegment"}, {"menuSaveSegment", "open menuSaveSegment"},
+    {"MenuPrintPlan", "open PrintFP"},
+    {"menuShowCoords", "state:coords"},
+    {"menuExtTable", "state:extended"},
+    {"MenuOpenSid", "open MenuOpenSid"}, {"MenuOpenStar", "open MenuOpenStar"},
+    {"menuDeleteSid", "table"}, {"menuDeleteStar", "table"},
+    {"MenuAircraft", "open Aircraft"}, {"MenuFuel", "open Fuel"}, {"MenuEditUser", "open frmUser"},
+    {"MenuSelectAP", "open OVRLL"},
+    {"MenuLocal", "state:connected"},
+    {"MenuGPSWindow", "ui:beep"},  // no link, nothing to show
+    {"MenuAi", "toggle"},
+    {"MenuSimSource", "ui:text Simulator"},
+    {"menuAutozoom", "toggle"},
+    {"Menu3NM", "status1 3NM"}, {"Menu10NM", "status1 10NM"}, {"Menu30NM", "status1 30NM"},
+    {"Menu50NM", "status1 50NM"}, {"Menu100NM", "status1 100NM"}, {"Menu200NM", "status1 200NM"},
+    {"Menu400NM", "status1 400NM"}, {"Menu800NM", "status1 800NM"}, {"Menu2000NM", "status1 2000NM"},
+    {"menuAutolog", "check menuAutolog 1"},
+    {"MenuTraceActive", "toggle"}, {"menuShowAlt", "toggle"}, {"MenuViolation", "toggle"},
+    // The online layers without their files: the message, the entry stays off.
+    {"menuNatrackRoutes", "ui:msg No NATrack File available!"}, {"menuDownloadNATrack", "ui:beep"},
+    {"menuPacotRoutes", "ui:msg No Pacot File available!"}, {"menuDownloadPacot", "ui:beep"},
+    {"menuShowWx", "ui:msg No Weather Station File"}, {"menuDownloadWx", "ui:beep"},
+    {"menuIvaoAirspace", "ui:msg Error reading in IVAO File!"}, {"menuIvaoAircraft", "ui:msg Error reading in IVAO"},
+    {"menuDownloadIVAO", "ui:beep"},
+    {"menuVatsimAirspace", "ui:msg Error reading in VATSIM"}, {"menuVatsimAircraft", "ui:msg Error reading in VATSIM"},
+    {"menuDownloadVatSim", "ui:beep"},
+    {"menuShowAltSpeed", "check menuShowAltSpeed"}, {"menuShowDepDest", "check menuShowDepDest"},
+    {"MenuExit", "close"}, {"MenuHelp", "open frmHelp"}, {"MenuAbout", "open frmAbout"},
+};
+
+bool StartsWith(std::string_view text, std::string_view head) { return text.substr(0, head.size()) == head; }
+
+// A plan EDXX - FFM - EDYY, shown, with the FFM row put in by a right click.
+void PlanWithVor(Fixture& f) {
+  SetPlanEnds(f.s, 0, 1);
+  f.c.SelectRow(0, -1);
+  f.s.Window.MenuShowPlan = true;
+  const ViewState& v = f.s.View;
+  f.c.MouseDown(2, false, false, MapXFromLon(v, 8.3, 50.05), MapYFromLat(v, 50.05));
+}
+
+bool NamedState(Fixture& f, std::string_view name) {
+  const ProgramState& s = f.s;
+  if (name == "newplan") return s.Plan.LastRow == 0 && s.Edit.Pick == AirportPick::Departure;
+  if (name == "direct") return s.Plan.LastRow == 1 && s.Plan.Waypoints[1].Code.Trimmed() == "EDYY";
+  if (name == "coords") return s.Panel.Table.Text(2, WPTable::kName) == "N50\xB0" "03.00' E008\xB0" "18.00'";
+  if (name == "extended") return s.Panel.Table.ColWidth(WPTable::kFuel) == 950;
+  if (name == "connected") return s.Sim.Connected();
+  return false;
+}
+
+TEST(MainWindowController, EveryMenuRowIsTriggeredAndDoesWhatItSays) {
+  int checked = 0;
   for (const MenuEntry& e : MainMenuEntries()) {
     if (e.kind == MenuKind::Heading || !MainWindowController::MenuAvailable(e.name)) continue;
+    auto row = std::find_if(std::begin(kEntryEffects), std::end(kEntryEffects),
+                            [&](const EntryEffect& r) { return r.Entry == e.name; });
+    if (row == std::end(kEntryEffects)) {
+      ADD_FAILURE() << e.name << " is offered but has no line in kEntryEffects";
+      continue;
+    }
     Fixture f;  // a fresh window for each entry: Exit and the zoom steps change it
-    ++offered;
+    PlanWithVor(f);
+    ASSERT_EQ(f.s.Plan.LastRow, 2);
+    f.view.calls.clear();
+    f.ui.answers = {Answer::Yes};
+    const bool before = MenuChecked(f.s.Toggles(), e.name);
     EXPECT_TRUE(f.c.Menu(e.name)) << e.name;
+    ++checked;
+    const std::string_view effect = row->Effect;
+    if (effect == "toggle") {
+      EXPECT_NE(MenuChecked(f.s.Toggles(), e.name), before) << e.name;
+    } else if (StartsWith(effect, "state:")) {
+      EXPECT_TRUE(NamedState(f, effect.substr(6))) << e.name;
+    } else if (StartsWith(effect, "ui:")) {
+      const std::string_view what = effect.substr(3);
+      const std::string_view kind = what.substr(0, what.find(' '));
+      const std::string_view text = what.size() > kind.size() ? what.substr(kind.size() + 1) : "";
+      const auto seen = f.ui.Texts(kind);
+      EXPECT_TRUE(std::any_of(seen.begin(), seen.end(), [&](const std::string& t) { return StartsWith(t, text); }))
+          << e.name << " expected " << effect;
+    } else {
+      const auto& c = f.view.calls;
+      EXPECT_TRUE(std::any_of(c.begin(), c.end(), [&](const std::string& t) { return StartsWith(t, effect); }))
+          << e.name << " expected " << effect;
+    }
   }
-  EXPECT_GT(offered, 40);
+  EXPECT_GE(checked, 90);
   Fixture f;
   EXPECT_FALSE(MainWindowController::MenuAvailable("NoSuchEntry"));
   EXPECT_FALSE(f.c.Menu("NoSuchEntry"));
+}
+
+TEST(MainWindowController, RightClickInsertsRowsBehindTheSelection) {
+  Fixture f;
+  SetPlanEnds(f.s, 0, 1);
+  f.s.Window.MenuShowPlan = true;
+  const ViewState& v = f.s.View;
+  auto click = [&](double lat, double lon) { f.c.MouseDown(2, false, false, MapXFromLon(v, lon, lat), MapYFromLat(v, lat)); };
+  // No row selected: one notice, nothing inserted.
+  click(50.05, 8.3);
+  EXPECT_EQ(f.ui.Messages(), std::vector<std::string>{std::string(kNoInsertionPoint)});
+  EXPECT_EQ(f.s.Plan.LastRow, 1);
+  // One object under the pointer goes in at once behind the selected row.
+  f.c.SelectRow(0, -1);
+  click(50.05, 8.3);
+  ASSERT_EQ(f.s.Plan.LastRow, 2);
+  EXPECT_EQ(f.s.Plan.Waypoints[1].Code.Trimmed(), "FFM");
+  EXPECT_EQ(f.s.Plan.Waypoints[1].Origin, kOriginEnroute);
+  // Nothing there: txtManWP offers a position of its own, numbered by its row
+  // when the user gives no name.
+  click(50.2, 7.7);
+  EXPECT_TRUE(f.s.Edit.ManualMode);
+  EXPECT_EQ(f.s.Edit.ManualCaption, "... select ...");
+  EXPECT_TRUE(f.c.ManualWaypointEnter(""));
+  ASSERT_EQ(f.s.Plan.LastRow, 3);
+  EXPECT_EQ(f.s.Plan.Waypoints[2].Code.Trimmed(), "FIX 02");  // the refresh upper-cases codes
+  EXPECT_NEAR(f.s.Plan.Waypoints[2].Lat, 50.2, 0.01);
+  // Several objects (at 2000 NM both VORs, the NDB and the user waypoint
+  // are within reach): lstWP lists them VORs first, each with its course
+  // from the selected row, and Enter takes the line the user is on.
+  f.c.Menu("Menu2000NM");
+  f.c.SelectRow(0, -1);
+  click(49.9, 8.2);
+  ASSERT_TRUE(f.s.Edit.PickListShown);
+  ASSERT_EQ(f.s.Panel.WpList.size(), 4u);
+  EXPECT_EQ(f.s.Panel.WpList[0].substr(0, 9), "VOR FFM (");
+  EXPECT_EQ(f.s.Panel.WpList[1], "VOR TAU (232\xB0)");
+  EXPECT_EQ(f.s.Panel.WpList[2].substr(0, 8), "NDB FW (");
+  EXPECT_EQ(f.s.Panel.WpList[3].substr(0, 10), "Uwp MYWPT ");
+  f.s.Edit.PickIndex = 2;
+  EXPECT_TRUE(f.c.Key(13));
+  EXPECT_EQ(f.s.Plan.Waypoints[1].Code.Trimmed(), "FW");
+  EXPECT_FALSE(f.s.Edit.PickListShown);
+  // Delete removes the selected row; Esc drops the selection.
+  f.c.SelectRow(1, -1);
+  f.c.Key(46);
+  EXPECT_EQ(f.s.Plan.Waypoints[1].Code.Trimmed(), "FFM");
+  f.c.Key(27);
+  EXPECT_EQ(f.s.Plan.CurrentRow, -1);
+}
+
+TEST(MainWindowController, TypedIdentifiersAndTheUserWindowsClick) {
+  Fixture f;
+  SetPlanEnds(f.s, 0, 1);
+  EXPECT_FALSE(f.c.ManualWaypointEnter("nosuch"));
+  EXPECT_EQ(f.ui.Messages().back(),
+            "No VOR, NDB, fix, intersection or user waypoint with the identifier NOSUCH was found!");
+  EXPECT_TRUE(f.c.ManualWaypointEnter("tau"));
+  ASSERT_EQ(f.s.Panel.WpList.size(), 1u);
+  EXPECT_EQ(f.s.Panel.WpList[0].substr(0, 7), "Vor TAU");
+  EXPECT_TRUE(f.c.PickWaypoint(0));
+  EXPECT_EQ(f.s.Plan.Waypoints[1].Code.Trimmed(), "TAU");  // ahead of the destination
+  // With the user waypoint window open a right click fills its position.
+  std::vector<UserWaypointRec> none;
+  FrmUser form(none, f.ui, f.s.Core.Folder);
+  f.view.userForm = &form;
+  const ViewState& v = f.s.View;
+  EXPECT_TRUE(f.c.MouseDown(2, false, false, MapXFromLon(v, 8.25, 50.1), MapYFromLat(v, 50.1)));
+  EXPECT_EQ(form.txtLatNS + form.txtLatDeg + " " + form.txtLonEW + form.txtLonDeg, "N50 E8");
+  EXPECT_EQ(f.view.calls.back(), "mark");
+  EXPECT_EQ(f.s.Plan.LastRow, 2);
+}
+
+TEST(MainWindowController, NewPlanTakesItsAirportsByRightClick) {
+  Fixture f;
+  f.c.Menu("MenuNewFP");
+  EXPECT_TRUE(f.s.Window.MenuShowPlan);
+  EXPECT_FALSE(f.c.BarButtonEnabled("cmdHiAlt"));
+  const ViewState& v = f.s.View;
+  auto click = [&](double lat, double lon) { f.c.MouseDown(2, false, false, MapXFromLon(v, lon, lat), MapYFromLat(v, lat)); };
+  click(50.0, 8.0);
+  EXPECT_EQ(f.s.Plan.DepartureAirport, 0);
+  EXPECT_EQ(f.s.Edit.Pick, AirportPick::Destination);
+  f.c.Menu("Menu200NM");
+  click(50.3, 8.4);
+  EXPECT_EQ(f.s.Plan.DestinationAirport, 1);
+  EXPECT_EQ(f.s.Plan.LastRow, 1);
+  EXPECT_EQ(f.s.Edit.Pick, AirportPick::None);
+  EXPECT_EQ(f.s.Panel.DepList.front().Text, "Rwy 07  (10000ft)");  // lstDep of the departure
+  EXPECT_TRUE(f.c.BarButtonEnabled("cmdHiAlt"));
+  EXPECT_FALSE(f.c.BarButtonEnabled("cmdSIDSTAR"));  // no generator window in this view
+}
+
+TEST(MainWindowController, BarButtonsRunTheirMenuEntries) {
+  for (const BarButton& b : ButtonBarEntries()) {
+    if (b.Menu.empty()) continue;
+    Fixture byMenu, byButton;
+    for (Fixture* f : {&byMenu, &byButton}) {
+      SetPlanEnds(f->s, 0, 1);
+      f->view.calls.clear();
+    }
+    const bool enabled = byButton.c.BarButtonEnabled(b.Name);
+    EXPECT_EQ(enabled, MainWindowController::MenuAvailable(b.Menu)) << b.Name;
+    if (!enabled) continue;
+    byMenu.c.Menu(b.Menu);
+    byButton.c.BarButtonClick(b.Name);
+    EXPECT_EQ(byButton.view.calls, byMenu.view.calls) << b.Name;
+  }
 }
 
 TEST(MainWindowController, PlanEntriesBuildAndShowThePlan) {
