@@ -8,14 +8,22 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeySequence>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QVBoxLayout>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTableView>
 #include <QToolBar>
 #include <QWindowStateChangeEvent>
 
+#include "app/PlanEditing.h"
 #include "map/MainMenu.h"
 #include "mapqt/MapPicture.h"
 #include "simlink/LiveDraw.h"
@@ -122,7 +130,9 @@ void MapWindow::BuildToggleBar() {
   toggles_->addSeparator();
   reducedButton_ = toggles_->addAction("RED");
   reducedButton_->setObjectName("btnReducedWindow");
-  reducedButton_->setToolTip("Reduced window");
+  reducedButton_->setToolTip("Reduced window (Ctrl+R)");
+  reducedButton_->setShortcut(QKeySequence("Ctrl+R"));
+  reducedButton_->setShortcutContext(Qt::ApplicationShortcut);
   reducedButton_->setCheckable(true);
   connect(reducedButton_, &QAction::triggered, this, [this](bool on) { controller_.SetReduced(on); });
   measureButton_ = toggles_->addAction("MEA");
@@ -141,10 +151,13 @@ void MapWindow::BuildButtonBar() {
   for (const BarButtonEntry& b : BottomBarButtons()) {
     QAction* a = buttonBar_->addAction(ToQt(b.caption));
     a->setObjectName(ToQt(b.name));
-    a->setEnabled(MainWindowController::MenuAvailable(b.menu));
     const std::string name(b.name);
-    connect(a, &QAction::triggered, this, [this, name] { controller_.BarButton(name); });
+    connect(a, &QAction::triggered, this, [this, name] {
+      controller_.BarButton(name);
+      SyncBarButtons();
+    });
   }
+  SyncBarButtons();
 }
 
 void MapWindow::ShowReplay(bool on) { replay_->Show(on); }
@@ -242,10 +255,93 @@ void MapWindow::BuildPlanPanel() {
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->horizontalHeader()->setVisible(false);
   table_->verticalHeader()->setVisible(false);
-  planDock_->setWidget(table_);
+  table_->installEventFilter(this);
+  connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { TableSelectionChanged(); });
+
+  // Below the table: txtManWP with its caption, the pick list lstWP and the
+  // departure list lstDep.
+  auto* panel = new QWidget(planDock_);
+  auto* layout = new QVBoxLayout(panel);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(table_, 1);
+  editRow_ = new QWidget(panel);
+  auto* row = new QHBoxLayout(editRow_);
+  row->setContentsMargins(2, 0, 2, 2);
+  manCaption_ = new QLabel("Waypoint:", editRow_);
+  txtManWP_ = new QLineEdit(editRow_);
+  txtManWP_->setObjectName("txtManWP");
+  txtManWP_->setPlaceholderText("identifier, Enter");
+  txtManWP_->setMaximumWidth(160);
+  lstWP_ = new QListWidget(editRow_);
+  lstWP_->setObjectName("lstWP");
+  lstWP_->setMaximumHeight(90);
+  lstDep_ = new QListWidget(editRow_);
+  lstDep_->setObjectName("lstDep");
+  lstDep_->setMaximumHeight(90);
+  auto* manual = new QVBoxLayout();
+  manual->addWidget(manCaption_);
+  manual->addWidget(txtManWP_);
+  manual->addStretch(1);
+  row->addLayout(manual);
+  row->addWidget(lstWP_, 2);
+  row->addWidget(lstDep_, 1);
+  layout->addWidget(editRow_);
+  connect(txtManWP_, &QLineEdit::returnPressed, this, [this] {
+    const std::string typed = FromQt(txtManWP_->text());
+    if (controller_.ManualWaypointEnter(typed)) txtManWP_->clear();
+  });
+  connect(lstWP_, &QListWidget::currentRowChanged, this, [this](int r) {
+    if (!filling_) s_.Edit.PickIndex = r;
+  });
+  // A click or Enter on a line takes it.
+  connect(lstWP_, &QListWidget::itemActivated, this, [this] { controller_.PickWaypoint(lstWP_->currentRow()); });
+  connect(lstWP_, &QListWidget::itemClicked, this, [this] { controller_.PickWaypoint(lstWP_->currentRow()); });
+  connect(lstDep_, &QListWidget::currentRowChanged, this, [this](int r) {
+    if (!filling_ && r >= 0) controller_.ChooseDeparture(r);
+  });
+  planDock_->setWidget(panel);
   w_.addDockWidget(Qt::TopDockWidgetArea, planDock_);
   planDock_->setVisible(s_.Window.MenuShowPlan);
   s_.Panel.DrawMap = [this] { DrawMap(); };
+}
+
+void MapWindow::SyncBarButtons() {
+  if (!buttonBar_) return;
+  for (QAction* a : buttonBar_->actions()) a->setEnabled(controller_.BarButtonEnabled(a->objectName().toStdString()));
+}
+
+void MapWindow::TableSelectionChanged() {
+  // Grid line 0 is the heading: plan row r is line r + 1.
+  const QModelIndexList rows = table_->selectionModel()->selectedRows();
+  const int current = table_->currentIndex().isValid() ? table_->currentIndex().row() - 1 : -1;
+  int rangeStart = -1;
+  for (const QModelIndex& i : rows)
+    if (i.row() - 1 != current && (rangeStart < 0 || std::abs(i.row() - 1 - current) > std::abs(rangeStart - current)))
+      rangeStart = i.row() - 1;
+  controller_.SelectRow(rows.isEmpty() ? -1 : current, rangeStart);
+}
+
+void MapWindow::ShowPlanEdit() {
+  filling_ = true;
+  lstWP_->clear();
+  for (const std::string& line : s_.Panel.WpList) lstWP_->addItem(ToQt(line));
+  if (!s_.Panel.WpList.empty()) lstWP_->setCurrentRow(std::clamp(s_.Edit.PickIndex, 0, lstWP_->count() - 1));
+  s_.Edit.PickIndex = std::max(lstWP_->currentRow(), 0);
+  lstDep_->clear();
+  for (const ListLine& line : s_.Panel.DepList) lstDep_->addItem(ToQt(line.Text));
+  if (s_.Panel.DepListIndex >= 0) lstDep_->setCurrentRow(s_.Panel.DepListIndex);
+  manCaption_->setText(s_.Edit.ManualMode ? ToQt(s_.Edit.ManualCaption) : QString("Waypoint:"));
+  if (s_.Edit.ManualMode) txtManWP_->setFocus();
+  if (s_.Edit.PickListShown) lstWP_->setFocus();
+  // The live columns of the extended table take the room of the lists.
+  editRow_->setVisible(!s_.Panel.Table.Extended());
+  filling_ = false;
+}
+
+void MapWindow::MarkPoint(double x, double y) {
+  map_->DrawOver([&](DrawTarget& t) { t.Circle(x, y, 50, s_.Core.Config.Hilite); });
+  if (onUserFormFilled) onUserFormFilled();
 }
 
 void MapWindow::SyncChecks() {
@@ -259,6 +355,7 @@ void MapWindow::SyncChecks() {
     if (const bool* value = ButtonSwitch(logic, name)) a->setChecked(*value);
   }
   toggles_->setVisible(s_.Window.ToggleBar);
+  SyncBarButtons();
   if (QAction* a = w_.Action("MenuLocal")) {
     a->setCheckable(true);
     a->setChecked(s_.Sim.Connected());
@@ -277,13 +374,24 @@ void MapWindow::RefreshPlanTable() {
   // stay closed until Extended Table or the takeoff opens them.
   for (int c = 0; c < WPTable::kColumns; ++c)
     table_->setColumnWidth(c, std::max(1, s_.Panel.Table.ColWidth(c) / kTwips));
+  if (s_.Plan.CurrentRow >= 0 && s_.Plan.CurrentRow <= s_.Plan.LastRow) {
+    // The selection follows the row the next insertion goes behind.
+    const QSignalBlocker block(table_->selectionModel());
+    table_->selectRow(s_.Plan.CurrentRow + 1);
+  }
+  ShowPlanEdit();
+  SyncBarButtons();
 }
 
 void MapWindow::ShowReduced(bool on) {
   for (std::string_view top : ReducedModeHiddenMenus())
     if (QAction* a = w_.Action(std::string(top))) a->setVisible(!on);
+  // The window gives up (or takes back) the height of the bars and 400
+  // twips, so that the map keeps its size.
+  const int bars = buttonBar_->height() + w_.statusBar()->height() + kReducedShrink / kTwips;
   w_.statusBar()->setVisible(!on);
   buttonBar_->setVisible(!on);
+  if (!w_.isMaximized() && w_.isVisible()) w_.resize(w_.width(), w_.height() + (on ? -bars : bars));
   reducedButton_->setChecked(on);
   if (on && w_.isMaximized()) OnWindowResized(true);
 }
@@ -331,7 +439,9 @@ void MapWindow::SetMapStatus(int field, std::string_view text) {
 
 void MapWindow::ClearSelection() {
   s_.Plan.CurrentRow = -1;
+  const QSignalBlocker block(table_->selectionModel());
   table_->clearSelection();
+  ShowPlanEdit();
 }
 
 void MapWindow::SetOnTop(bool on) {
@@ -349,6 +459,12 @@ bool MapWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress)
     for (int field : {kStatusPosition, kStatusCursor})
       if (watched == status_[static_cast<std::size_t>(field)]) controller_.StatusClick(field);
+  if (watched == table_ && event->type() == QEvent::KeyPress) {
+    // Delete, Enter and Esc on the table are the window's keys.
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Delete) return controller_.Key(46);
+    if (key == Qt::Key_Escape) return controller_.Key(27);
+  }
   if (watched == &w_ && (event->type() == QEvent::Resize || event->type() == QEvent::WindowStateChange))
     OnWindowResized(event->type() == QEvent::WindowStateChange);
   return QObject::eventFilter(watched, event);

@@ -17,6 +17,8 @@
 class QAction;
 class QDockWidget;
 class QLabel;
+class QLineEdit;
+class QListWidget;
 class QProgressBar;
 class QTableView;
 class QToolBar;
@@ -40,11 +42,20 @@ public:
   // The GPS window shown or closed by the link, and its text lines.
   std::function<void(bool)> onGpsWindow;
   std::function<void(int, std::string_view, Colour)> onGpsLine;
+  // The user waypoint window's form while the window is open, and the
+  // window's refresh after a right click filled its position.
+  std::function<FrmUser*()> userForm;
+  std::function<void()> onUserFormFilled;
+  // Whether the program has a window that no menu entry opens ("frmSID").
+  std::function<bool(std::string_view)> hasWindow;
 
   MapWidget* Map() { return map_; }
   QToolBar* ToggleBar() { return toggles_; }
   QLabel* Status(int field) { return status_[static_cast<std::size_t>(field)]; }
   QTableView* PlanTable() { return table_; }
+  QListWidget* PickList() { return lstWP_; }
+  QLineEdit* ManualField() { return txtManWP_; }
+  QListWidget* DepartureList() { return lstDep_; }
   MapLayers& Layers() { return s_.Layers; }
   WindowToggles& Toggles() { return s_.Window; }
   PlanPanel& Panel() { return s_.Panel; }
@@ -93,6 +104,10 @@ public:
   void SetMeasureLabel(bool visible, double x, double y, std::string_view text) override;
   void SetMeasureButton(bool on) override;
   void FocusSurface() override;
+  void ShowPlanEdit() override;
+  FrmUser* OpenUserForm() override { return userForm ? userForm() : nullptr; }
+  void MarkPoint(double x, double y) override;
+  bool HasWindow(std::string_view name) const override { return hasWindow && hasWindow(name); }
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -102,6 +117,8 @@ private:
   void BuildStatusLine();
   void BuildPlanPanel();
   void BuildButtonBar();
+  void SyncBarButtons();
+  void TableSelectionChanged();
   void OnWindowResized(bool stateChange);
 
   // Finished transfers come back through the event loop.
@@ -127,6 +144,12 @@ private:
   PlanTableModel* model_ = nullptr;
   QAction* reducedButton_ = nullptr;
   QAction* measureButton_ = nullptr;  // rbnMeasure
+  QListWidget* lstWP_ = nullptr;
+  QLabel* manCaption_ = nullptr;      // txtManWP's caption
+  QLineEdit* txtManWP_ = nullptr;
+  QListWidget* lstDep_ = nullptr;
+  QWidget* editRow_ = nullptr;        // the manual field and the two lists
+  bool filling_ = false;              // the lists are being filled, not clicked
   bool resizing_ = false;
   bool restoring_ = false;  // a maximise of the reduced window is being undone
 };

@@ -119,6 +119,14 @@ void Program::ShowFirstWindow() {
   MainWindowController& controller = mapWindow_->Controller();
   main_->onMenu = [&controller](const std::string& name) { controller.Menu(name); };
   mapWindow_->onOpenWindow = [this](std::string_view name) { OpenWindow(name); };
+  mapWindow_->userForm = [this]() -> FrmUser* {
+    if (!userWindow_ || !userWindow_->isVisible()) return nullptr;
+    userWindow_->Collect();  // what the user typed stays
+    return &user_;
+  };
+  mapWindow_->onUserFormFilled = [this] {
+    if (userWindow_) userWindow_->Refresh();
+  };
   timers_.onTick = [&controller](TimerId id) { controller.OnTimer(id); };
   mapWindow_->onGpsWindow = [this, &controller](bool show) {
     if (show && !gpsWindow_) {

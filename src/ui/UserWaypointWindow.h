@@ -44,9 +44,11 @@ public:
 protected:
   void closeEvent(QCloseEvent* event) override;
 
-private:
+public:
   // The typed texts into the form's fields.
   void Collect();
+
+private:
   void Changed(bool changed);
 
   FrmUser& form_;
