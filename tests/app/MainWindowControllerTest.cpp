@@ -123,6 +123,7 @@ constexpr EntryEffect kEntryEffects[] = {
     {"menuDeleteSid", "table"}, {"menuDeleteStar", "table"},
     {"MenuAircraft", "open Aircraft"}, {"MenuFuel", "open Fuel"}, {"MenuEditUser", "open frmUser"},
     {"MenuSelectAP", "open OVRLL"},
+    {"MenuSelParking", "open frmSelParking"}, {"MenuAPPrev", "open APPrev"}, {"MenuPref", "open OVRPrefnew"},
     {"MenuLocal", "state:connected"},
     {"MenuGPSWindow", "ui:beep"},  // no link, nothing to show
     {"MenuAi", "toggle"},
@@ -132,6 +133,8 @@ constexpr EntryEffect kEntryEffects[] = {
     {"Menu50NM", "status1 50NM"}, {"Menu100NM", "status1 100NM"}, {"Menu200NM", "status1 200NM"},
     {"Menu400NM", "status1 400NM"}, {"Menu800NM", "status1 800NM"}, {"Menu2000NM", "status1 2000NM"},
     {"menuAutolog", "check menuAutolog 1"},
+    {"menuShowLogbook", "open frmLogbook"},
+    {"MenuReplay", "check MenuReplay 1"}, {"MenuTraceReset", "ui:msg There is no recorded flight to save."},
     {"MenuTraceActive", "toggle"}, {"menuShowAlt", "toggle"}, {"MenuViolation", "toggle"},
     // The online layers without their files: the message, the entry stays off.
     {"menuNatrackRoutes", "ui:msg No NATrack File available!"}, {"menuDownloadNATrack", "ui:beep"},
