@@ -219,7 +219,13 @@ void MapWindow::SetMenuEnabled(std::string_view name, bool on) {
   if (QAction* a = w_.Action(std::string(name))) a->setEnabled(on);
   // The bottom bar's buttons go by the same names ("cmdTracing").
   for (QAction* a : buttonBar_->actions())
-    if (a->objectName() == ToQt(name)) a->setEnabled(on);
+    if (a->objectName() == ToQt(name)) {
+      if (on)
+        barDisabled_.erase(std::string(name));
+      else
+        barDisabled_.insert(std::string(name));
+      a->setEnabled(on && controller_.BarButtonEnabled(std::string(name)));
+    }
 }
 
 void MapWindow::BuildStatusLine() {
@@ -308,7 +314,10 @@ void MapWindow::BuildPlanPanel() {
 
 void MapWindow::SyncBarButtons() {
   if (!buttonBar_) return;
-  for (QAction* a : buttonBar_->actions()) a->setEnabled(controller_.BarButtonEnabled(a->objectName().toStdString()));
+  for (QAction* a : buttonBar_->actions()) {
+    const std::string name = a->objectName().toStdString();
+    a->setEnabled(!barDisabled_.count(name) && controller_.BarButtonEnabled(name));
+  }
 }
 
 void MapWindow::TableSelectionChanged() {

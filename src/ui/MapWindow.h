@@ -8,6 +8,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "app/MainWindowController.h"
@@ -149,7 +150,8 @@ private:
   QLineEdit* txtManWP_ = nullptr;
   QListWidget* lstDep_ = nullptr;
   QWidget* editRow_ = nullptr;        // the manual field and the two lists
-  bool filling_ = false;              // the lists are being filled, not clicked
+  bool filling_ = false;
+  std::set<std::string> barDisabled_;  // bar buttons the core switched off              // the lists are being filled, not clicked
   bool resizing_ = false;
   bool restoring_ = false;  // a maximise of the reduced window is being undone
 };
