@@ -1,6 +1,7 @@
 #include "app/MainWindowController.h"
 
 #include "app/DownloadLink.h"
+#include "app/ProcedureEditor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +26,7 @@ struct WindowEntry {
   std::string_view Menu;
   std::string_view Window;
 };
-constexpr std::array<WindowEntry, 11> kWindowEntries = {{
+constexpr std::array<WindowEntry, 12> kWindowEntries = {{
     {"MenuFindObject", "frmFind"},
     {"MenuSelectAP", "OVRLL"},
     {"MenuEditUser", "frmUser"},
@@ -37,6 +38,7 @@ constexpr std::array<WindowEntry, 11> kWindowEntries = {{
     {"MenuSelParking", "frmSelParking"},
     {"MenuPref", "OVRPrefnew"},
     {"menuShowLogbook", "frmLogbook"},
+    {"MenuProc", "EdProc"},
 }};
 
 struct PlanEntry {
@@ -497,16 +499,35 @@ void MainWindowController::OnTimer(TimerId id) {
     case TimerId::Gps:
       if (!sim.Live) break;
       StepBuiltin();
+      SyncProcedure();
       sim.Live->TmGpsTick();
+      if (s_.Window.MenuDisplayProc && s_.Procedure.Set && !sim.Live->Menus.MenuDisplayProc) {
+        // The hold at the procedure's fix is over: the tick switched the
+        // display off, and the menu follows.
+        s_.Window.MenuDisplayProc = false;
+        view_.SyncChecks();
+        view_.DrawMap();
+      }
       s_.Overlays.Sim = LiveMapState(*sim.Live);
       analysis_.LiveSample();
       gps_.Update();
       break;
     case TimerId::AutoPilot:
+      SyncProcedure();
       if (sim.Autopilot) sim.Autopilot->TmAutoPilotTick();
       break;
     case TimerId::MousePos: mouse_.Tick(); break;
   }
+}
+
+void MainWindowController::SyncProcedure() {
+  // The link keeps its own copy of the display procedure: the flag, the
+  // plan row of its fix and the points the autopilot flies in a hold.
+  SimSession& sim = s_.Sim;
+  if (!sim.Live) return;
+  sim.Live->Menus.MenuDisplayProc = s_.Window.MenuDisplayProc && s_.Procedure.Set;
+  sim.Live->State().ProcedureRow = ProcedureRowOf(s_.Plan, s_.Procedure);
+  if (sim.Autopilot && s_.Procedure.Set) sim.Autopilot->ProcedurePoints = s_.Procedure.Points;
 }
 
 void MainWindowController::ClockTick() {

@@ -205,6 +205,7 @@ private:
   // row insertion and the airport choice of a new plan.
   bool PlanMouseDown(int button, double x, double y);
   void AfterPlanEdit();
+  void SyncProcedure();
   bool OpenLink();
   void StepBuiltin();
 

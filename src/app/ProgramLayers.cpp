@@ -3,14 +3,16 @@
 #include "online/OnlineDraw.h"
 #include "simlink/LiveDraw.h"
 
+#include <array>
+
 namespace orv {
 
 ProgramLayers::ProgramLayers(ProgramState& s, const Clock& clock) : s_(s), clock_(clock) {
-  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_}) s_.Registry.Add(l->Place, *l);
+  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_, &procedure_}) s_.Registry.Add(l->Place, *l);
 }
 
 ProgramLayers::~ProgramLayers() {
-  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_}) s_.Registry.Remove(*l);
+  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_, &procedure_}) s_.Registry.Remove(*l);
 }
 
 void ProgramLayers::Layer::Draw(const LayerContext& context, DrawTarget& target) {
@@ -57,6 +59,24 @@ void ProgramLayers::DrawAt(MapLayerPlace place, const LayerContext& c, DrawTarge
         // Flight Analysis: the aircraft at the sample shown.
         const SimSnapshot& r = s_.Trace.ReplaySnap;
         DrawLiveAircraft(t, c.View, r.Latitude, r.Longitude, r.TrueHeading, c.Colours.MovAc);
+      }
+      break;
+    case MapLayerPlace::Holdings:
+      // The display procedure: the editor's shape in the highlight colour,
+      // its name beside the fix.
+      if (s_.Window.MenuDisplayProc && s_.Procedure.Set) {
+        std::array<DrawPoint, kProcPoints> points{};
+        for (std::size_t i = 0; i < kProcPoints; ++i)
+          points[i] = {static_cast<float>(c.Proj.X(s_.Procedure.Points[i].Lon, s_.Procedure.Points[i].Lat)),
+                       static_cast<float>(c.Proj.Y(s_.Procedure.Points[i].Lat))};
+        const int16_t width = t.DrawWidth();
+        t.SetForeColor(c.Colours.Hilite);
+        t.SetDrawWidth(2);
+        t.Polyline(points.data(), points.size());
+        t.SetDrawWidth(width);
+        t.SetCurrentX(points[0].X + 60);
+        t.SetCurrentY(points[0].Y + 60);
+        t.Print(s_.Procedure.Shape.Name);
       }
       break;
     default: break;

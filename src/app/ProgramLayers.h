@@ -34,6 +34,7 @@ private:
   Layer weather_{*this, MapLayerPlace::Weather};
   Layer online_{*this, MapLayerPlace::Online};
   Layer aircraft_{*this, MapLayerPlace::Aircraft};
+  Layer procedure_{*this, MapLayerPlace::Holdings};
 };
 
 }  // namespace orv

@@ -19,6 +19,7 @@
 #include "map/Viewport.h"
 #include "planning/Aircraft.h"
 #include "planning/FlightPlan.h"
+#include "planning/ProcedureShapes.h"
 #include "planning/SaveRoute.h"
 #include "planning/WPTable.h"
 
@@ -44,6 +45,7 @@ struct ProgramState {
   MapLayers Layers;         // the map's toggles
   WindowToggles Window;     // the main window's other toggles
   MapHighlight Highlight;   // the object the hover or a search picked
+  DisplayProcedure Procedure;  // the procedure editor's shape, drawn with MenuDisplayProc
   MapOverlays Overlays;     // inputs of the live layers
   MapLayerRegistry Registry;  // the program's own layers in the render pass
 

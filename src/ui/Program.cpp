@@ -13,6 +13,7 @@
 #include "app/ProgramLoad.h"
 #include "ui/AirportWindows.h"
 #include "ui/OptionsWindow.h"
+#include "ui/ProcedureEditorWindow.h"
 #include "ui/AircraftDialog.h"
 #include "ui/DemoScript.h"
 #include "ui/AirportSelectWindow.h"
@@ -249,6 +250,15 @@ void Program::OpenWindow(std::string_view name) {
       };
     }
     options_->Open();
+  } else if (name == "EdProc") {
+    if (!procEditor_) {
+      procEditor_ = std::make_unique<ProcedureEditorWindow>(state_, ui_, main_.get());
+      procEditor_->onDrawn = [this] {
+        mapWindow_->SyncChecks();
+        mapWindow_->DrawMap();
+      };
+    }
+    procEditor_->Open();
   } else if (name == "PrintFP") {
     PrintPlanPapers(state_, printFonts_, ui_, main_.get());
   } else if (name == "PrintMap") {

@@ -21,6 +21,7 @@ class AircraftDialog;
 class AirportPreviewWindow;
 class LayoutWindow;
 class OptionsDialog;
+class ProcedureEditorWindow;
 class ParkingWindow;
 class AirportSelectWindow;
 class FuelDialog;
@@ -95,6 +96,7 @@ private:
   std::unique_ptr<ParkingWindow> parking_;
   std::unique_ptr<OptionsDialog> options_;
   std::unique_ptr<LogbookDialog> logbook_;
+  std::unique_ptr<ProcedureEditorWindow> procEditor_;
   QtFontSet printFonts_;
 };
 

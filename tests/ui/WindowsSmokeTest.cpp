@@ -18,6 +18,7 @@
 #include "ui/AircraftDialog.h"
 #include "ui/AirportWindows.h"
 #include "ui/OptionsWindow.h"
+#include "ui/ProcedureEditorWindow.h"
 #include "core/FileIo.h"
 #include <QComboBox>
 #include "ui/FuelWindow.h"
@@ -202,6 +203,37 @@ TEST(SideWindows, OptionsShowTheSettingsAndPreviewATheme) {
   EXPECT_EQ(s.Core.Config.SecLen, 60);
   EXPECT_EQ(s.Core.Config.Map, 0);
   EXPECT_FALSE(before.isNull());
+}
+
+}  // namespace
+}  // namespace orv::ui
+
+namespace orv::ui {
+namespace {
+
+TEST(SideWindows, ProcedureEditorDrawsSavesAndLoads) {
+  test::TempDir dir;
+  ProgramState s(dir.Path().string());
+  test::BuildSmallWorld(s.Db);
+  test::ScriptedUi ui;
+  ProcedureEditorWindow editor(s, ui);
+  bool drawn = false;
+  editor.onDrawn = [&] { drawn = true; };
+  editor.Open();
+  EXPECT_EQ(editor.Box("txtName")->text(), "HOLD");
+  editor.Box("txtFix")->setText("FFM");
+  editor.Box("txtCourse")->setText("250");
+  ASSERT_TRUE(editor.DrawClick()) << ui.Messages().back();
+  EXPECT_TRUE(drawn);
+  EXPECT_TRUE(s.Procedure.Set);
+  ASSERT_TRUE(editor.SaveAs("FFM HOLD"));
+  editor.Box("txtCourse")->setText("70");
+  ASSERT_TRUE(editor.LoadShape(0));
+  EXPECT_EQ(editor.Box("txtCourse")->text(), "250");
+  ProcListDialog load(s.Core.Folder, ui, false);
+  ASSERT_TRUE(load.Refresh());
+  ASSERT_EQ(load.List()->count(), 1);
+  EXPECT_EQ(load.List()->item(0)->text(), "FFM HOLD  (FFM)");
 }
 
 }  // namespace
