@@ -381,6 +381,10 @@ bool MainWindowController::Key(int keyCode) {
 }
 
 bool MainWindowController::BarButton(std::string_view name) {
+  if (name == "cmdLayout") {
+    view_.OpenWindow("OVRLay");
+    return true;
+  }
   for (const BarButtonEntry& b : BottomBarButtons())
     if (b.name == name) return BarButtonEnabled(name) && Menu(b.menu);
   return false;

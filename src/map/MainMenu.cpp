@@ -170,8 +170,8 @@ constexpr BarButtonEntry kBarButtons[] = {
     {"cmdSIDSTAR", "SID/STAR", "MenuOpenSid"},        {"cmdAirportList", "Find", "MenuFindObject"},
     {"cmdShowFP", "Plan", "MenuShowPlan"},            {"cmdCreateFP", "Navaid", "MenuCreateNavaid"},
     {"cmdLoAlt", "Low Alt", "MenuCreateLoAlt"},       {"cmdHiAlt", "High Alt", "MenuCreateHiAlt"},
-    {"cmdFuel", "Fuel", "MenuFuel"},                  {"cmdParking", "Parking", "MenuSelParking"},
-    {"cmdApproach", "Approach", "MenuOpenStar"},
+    {"cmdFuel", "Fuel", "MenuFuel"},                  {"cmdLayout", "Layout", ""},
+    {"cmdParking", "Parking", "MenuSelParking"},      {"cmdApproach", "Approach", "MenuOpenStar"},
 };
 
 }  // namespace

@@ -33,7 +33,7 @@ const MenuEntry* FindMenuEntry(std::string_view name);
 struct BarButtonEntry {
   std::string_view name;     // "cmdTracing"
   std::string_view caption;
-  std::string_view menu;     // "MenuReplay"
+  std::string_view menu;     // "MenuReplay"; empty for cmdLayout, whose Runway Window has no menu entry
 };
 std::span<const BarButtonEntry> BottomBarButtons();
 

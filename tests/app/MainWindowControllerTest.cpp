@@ -425,6 +425,8 @@ TEST(SideWindows, AirportPreviewAndParkingPlaceTheAircraftOnlyWhenLinked) {
     EXPECT_TRUE(MainWindowController::MenuAvailable(menu));
     EXPECT_TRUE(f.c.Menu(menu));
   }
+  EXPECT_TRUE(f.c.BarButton("cmdLayout"));
+  EXPECT_EQ(f.view.calls.back(), "open OVRLay");
   EXPECT_NE(std::find(f.view.calls.begin(), f.view.calls.end(), "open APPrev"), f.view.calls.end());
   EXPECT_NE(std::find(f.view.calls.begin(), f.view.calls.end(), "open frmSelParking"), f.view.calls.end());
 
