@@ -117,6 +117,7 @@ bool MainWindowController::PlanMouseDown(int button, double x, double y) {
 bool MainWindowController::BarButtonEnabled(std::string_view name) const {
   for (const BarButtonEntry& b : BottomBarButtons()) {
     if (b.name != name) continue;
+    if (b.menu.empty()) return true;  // cmdLayout: a window of its own
     if (IsRouteButton(name) && (s_.Plan.DepartureAirport < 0 || s_.Plan.DestinationAirport < 0)) return false;
     return MenuAvailable(b.menu);
   }
