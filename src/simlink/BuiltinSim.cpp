@@ -411,11 +411,51 @@ void BuiltinSim::Substep(double dt) {
 
 // ------------------------------------------------------------ traffic
 
+void BuiltinSim::SetTrafficCount(int count) {
+  trafficCount_ = std::clamp(count, 0, static_cast<int>(kTrafficMaxCount));
+  converging_ = trafficCount_ > 0;
+}
+
 void BuiltinSim::ResetTraffic() {
   traffic_.clear();
   const SimRunwayEnd& dep = route_.Departure;
   const SimRunwayEnd& dest = route_.Destination;
   const std::string from = route_.DepartureIcao, to = route_.DestinationIcao;
+  if (trafficCount_ >= 0) {
+    // All but the converging one: every fourth waits beside the departure
+    // runway, the others circle one of the fields 4000 ft and more above
+    // the cruise altitude, where they never come into the user's way.
+    static constexpr const char* kCallsigns[] = {"DLH4AB", "BAW92K", "AFR1123", "UAL930", "EWG7TK",
+                                                 "KLM1602", "SWR48C", "AUA2PK", "RYR8WN", "EZY71QA"};
+    for (int i = 0; i + 1 < trafficCount_; ++i) {
+      Traffic t;
+      t.Ground = i % 4 == 3;
+      const SimRunwayEnd& around = t.Ground || i % 2 == 0 ? dep : dest;
+      t.Id = (t.Ground ? 2001 : 1001) + i;
+      t.Lat = around.Lat;
+      t.Lon = around.Lon;
+      std::string callsign = kCallsigns[i % 10];
+      if (i >= 10) callsign += std::to_string(i / 10);
+      t.Callsign = callsign;
+      t.From = from;
+      t.To = to;
+      if (t.Ground) {
+        Move(t.Lat, t.Lon, dep.Heading + 90.0, 0.15 + 0.02 * i);
+        t.Alt = dep.Elevation;
+        t.Heading = dep.Heading;
+        t.Com1 = 121.9f;
+      } else {
+        const double bearing = i * 47.0;
+        Move(t.Lat, t.Lon, bearing, 8.0 + i % 3 * 4.0);
+        t.Alt = std::max(route_.CruiseAltitude, around.Elevation) + 4000 + 1000 * (i % 8);
+        t.Heading = Norm360(bearing + 90.0);
+        t.Speed = 220 + 10 * (i % 5);
+        t.Com1 = 124.2f;
+      }
+      traffic_.push_back(t);
+    }
+    return;
+  }
   // Two aircraft waiting beside the departure runway.
   for (int i = 0; i < 2; ++i) {
     Traffic t;
@@ -461,20 +501,23 @@ void BuiltinSim::MoveTraffic(double dt) {
     if (t.Ground) continue;
     if (t.Id == 1999) {
       haveConverging = true;
-      // Straight at the user's aircraft, at its level.
-      t.Heading = Course(t.Lat, t.Lon, lat_, lon_);
-      t.Alt = alt_;
+      // Straight at the user's aircraft, at its level, until it is by.
+      if (!t.Passed) {
+        t.Heading = Course(t.Lat, t.Lon, lat_, lon_);
+        t.Alt = alt_;
+        t.Passed = Distance(t.Lat, t.Lon, lat_, lon_) < 0.5;
+      }
     } else if (t.Id != 1003) {
       t.Heading = Norm360(t.Heading + 1.5 * dt);  // a wide circle
     }
     Move(t.Lat, t.Lon, t.Heading, t.Speed * dt / 3600.0);
   }
-  if (converging_ && !haveConverging && !onGround_) {
+  if (converging_ && !haveConverging && !onGround_ && alt_ - ground_ >= 2000) {
     Traffic t;
     t.Id = 1999;
     t.Lat = lat_;
     t.Lon = lon_;
-    Move(t.Lat, t.Lon, track_, 12.0);
+    Move(t.Lat, t.Lon, track_, 20.0);
     t.Alt = alt_;
     t.Heading = Norm360(track_ + 180.0);
     t.Speed = 300;

@@ -124,8 +124,15 @@ public:
   void SetAtc(const SimAtc& atc) { atc_ = atc; Publish(); }
   // UTC time of day in seconds; local time follows the longitude in whole hours.
   void SetUtcSeconds(double seconds);
-  // A traffic aircraft that converges on the user's aircraft at its level.
+  // A traffic aircraft that converges on the user's aircraft at its level:
+  // it appears 20 NM ahead once the aircraft is 2000 ft above the ground,
+  // flies at it and, having passed it, goes on straight.
   void SetConvergingTraffic(bool on) { converging_ = on; }
+  // count AI aircraft in place of the usual five, one of them the
+  // converging one; the others stand beside the departure runway or circle
+  // the two fields well above the cruise altitude. Takes effect at the next
+  // Park or Fly.
+  void SetTrafficCount(int count);
 
   // Parks the aircraft on a runway end, or on a position and heading at an
   // elevation; any flight under way ends.
@@ -160,6 +167,7 @@ public:
     bool Ground = false;
     std::string Callsign, From, To;
     float Com1 = 0;
+    bool Passed = false;  // the converging one, once it has passed the user
   };
   const std::vector<Traffic>& TrafficList() const { return traffic_; }
 
@@ -193,6 +201,7 @@ private:
   std::vector<LatLon> points_;  // the route, then the final approach fix and threshold
   int finalFix_ = -1;      // index of the final approach fix in points_
   bool converging_ = false;
+  int trafficCount_ = -1;  // -1: the usual five
   std::vector<Traffic> traffic_;
   std::vector<TrafficEntry> trafficEntries_;  // scratch of PublishTraffic
   std::vector<TrafficExtEntry> trafficExt_;
