@@ -41,12 +41,17 @@ struct PenKeeper {
 
 void DrawLiveAircraft(DrawTarget& map, const ViewState& view, float lat, float lon, float trueHeading,
                       Colour colour) {
+  DrawAircraftShape(map, view, lat, lon, trueHeading, colour, kShapeUnit);
+}
+
+void DrawAircraftShape(DrawTarget& map, const ViewState& view, float lat, float lon, float trueHeading,
+                       Colour colour, double unit) {
   PenKeeper keep(map);
   const double cx = MapXFromLon(view, lon, lat), cy = MapYFromLat(view, lat);
   const double a = DegToRad(trueHeading), s = std::sin(a), c = std::cos(a);
   std::array<DrawPoint, kShape.size()> pts;
   for (size_t i = 0; i < kShape.size(); ++i) {
-    const double x = kShape[i].X * kShapeUnit, y = kShape[i].Y * kShapeUnit;
+    const double x = kShape[i].X * unit, y = kShape[i].Y * unit;
     pts[i] = {static_cast<float>(cx + x * c - y * s), static_cast<float>(cy + x * s + y * c)};
   }
   map.SetDrawWidth(1);

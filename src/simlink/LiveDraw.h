@@ -33,6 +33,9 @@ struct LiveOverlay {
 // units long.
 void DrawLiveAircraft(DrawTarget& map, const ViewState& view, float lat, float lon, float trueHeading,
                       Colour colour);
+// The same outline at another size: unit is a twentieth of the length.
+void DrawAircraftShape(DrawTarget& map, const ViewState& view, float lat, float lon, float trueHeading,
+                       Colour colour, double unit);
 // The leg from the row before activeRow to activeRow with a thick pen, and the
 // dotted ring of the active waypoint below a range of 1000 NM.
 void DrawLiveActiveLeg(DrawTarget& map, const ViewState& view, const FlightPlan& plan, int activeRow, Colour colour);

@@ -113,7 +113,13 @@ void LiveTracking::Connect() {
   Menus.MenuGPSWindow = true;
 }
 
+void LiveTracking::ClearTraffic() {
+  Traffic.Clear();
+  host_.ShowTcas(false, Traffic.LblTcasCaption);
+}
+
 void LiveTracking::Disconnect() {
+  ClearTraffic();
   channel_.IpcClose();
   host_.ShowGpsWindow(false);
   state_.LinkActive = false;
@@ -130,6 +136,7 @@ void LiveTracking::LinkLost(float keptLat, float keptLon) {
   Menus.MenuLocal = !Menus.MenuLocal;
   Menus.MenuTraceActive = !Menus.MenuTraceActive;
   Menus.menuShowAlt = false;
+  ClearTraffic();
   channel_.IpcClose();
   host_.ShowGpsWindow(false);
   state_.LinkActive = false;
@@ -171,8 +178,14 @@ bool LiveTracking::LiveUpdate() {
   Snap.Wca = WindCorrectionAngle(Snap.Tas, Snap.WindSpeed, Snap.TrueHeading, Snap.WindDir);
   if (state_.GpsPage == kGpsPagePosition) GpsPositionPage();
   if (Menus.btnAI) {
-    host_.ReadTraffic(false);
-    if (CurrentLabel(view_) < 6) host_.ReadTraffic(true);
+    // The ground table only at the closest ranges, where the aircraft on
+    // the aprons can be told apart.
+    const std::vector<AdvisoryEvent> advisories = Traffic.Tick(channel_, Snap, CurrentLabel(view_) < 6, ui_);
+    host_.DrawTraffic(Traffic);
+    host_.ShowTcas(Traffic.LblTcasVisible, Traffic.LblTcasCaption);
+    for (const AdvisoryEvent& a : advisories) host_.OnAdvisory(a);
+  } else if (!Traffic.Symbols().empty() || Traffic.LblTcasVisible) {
+    ClearTraffic();
   }
   if (!Menus.MenuReplay) host_.DrawWind(Snap.WindDir, Snap.WindSpeed);
   return true;

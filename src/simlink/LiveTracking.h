@@ -21,6 +21,7 @@
 #include "planning/FlightPlan.h"
 #include "planning/WPTable.h"
 #include "simlink/SimData.h"
+#include "simlink/Tcas.h"
 
 namespace orv {
 
@@ -72,8 +73,12 @@ public:
   virtual void EndReplay() {}
   // The logbook entry of a finished flight.
   virtual void WriteLogEntry() {}
-  // The traffic tables read for the map (btnAI pressed).
-  virtual void ReadTraffic(bool ground) {}
+  // The AI traffic of the tick over the map (btnAI pressed).
+  virtual void DrawTraffic(const AiTraffic& traffic) {}
+  // lblTCAS shown or hidden, with its caption.
+  virtual void ShowTcas(bool visible, std::string_view caption) {}
+  // An advisory that began in this tick.
+  virtual void OnAdvisory(const AdvisoryEvent& advisory) {}
   // The takeoff and arrival labels have new texts.
   virtual void TimesChanged() {}
   // Window geometry for keeping the aircraft on the map.
@@ -207,6 +212,8 @@ public:
   bool Connected() const { return state_.LinkActive; }
 
   SimSnapshot Snap;
+  // AI traffic and its TCAS, read and tested while Menus.btnAI is set.
+  AiTraffic Traffic;
   LinkState& State() { return state_; }
   const LinkState& State() const { return state_; }
   LinkMenus Menus;
@@ -220,6 +227,7 @@ private:
   void Connect();
   void Disconnect();
   void LinkLost(float keptLat, float keptLon);
+  void ClearTraffic();
   void TakeoffWork();
   void PassWaypoint();
   void GpsPositionPage();

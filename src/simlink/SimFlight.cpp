@@ -90,6 +90,7 @@ FlyResult FlyPlan(FlightPlan& plan, PlanPanel& panel, const std::vector<AirportR
   sim.SetPerformance(PerformanceOf(aircraft));
   sim.SetWeather(options.Weather);
   sim.SetConvergingTraffic(options.ConvergingTraffic);
+  if (options.TrafficCount >= 0) sim.SetTrafficCount(options.TrafficCount);
   sim.SetUtcSeconds(options.StartUtcSeconds);
   sim.Park(route.Departure);
 
@@ -114,6 +115,13 @@ FlyResult FlyPlan(FlightPlan& plan, PlanPanel& panel, const std::vector<AirportR
     for (int c = 0; c < 4; ++c) e.Cells[static_cast<size_t>(c)] = table.Text(row + 1, WPTable::kAta + c);
     report(std::move(e));
   };
+  host.Advised = [&](const AdvisoryEvent& a) {
+    FlightEvent e = event(FlightEvent::Tcas);
+    e.Ident = a.Callsign;
+    e.Level = a.Level;
+    e.Caption = a.Caption;
+    report(std::move(e));
+  };
   host.Landed = [&] {
     landed = true;
     report(event(FlightEvent::Landing));
@@ -135,6 +143,7 @@ FlyResult FlyPlan(FlightPlan& plan, PlanPanel& panel, const std::vector<AirportR
 
   if (!flight.Connect(result.Error)) return result;
   live.Menus.menuAutolog = options.Autolog;
+  live.Menus.btnAI = options.TrafficCount >= 0;
   result.Connected = true;
   if (options.Autopilot) flight.Autopilot().CmdAutoHdgClick();
   sim.Fly(route);

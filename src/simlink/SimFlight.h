@@ -45,6 +45,11 @@ public:
   void OnPassed(int row) override { if (Passed) Passed(row); }
   void OnLanded() override { if (Landed) Landed(); }
   void WriteLogEntry() override { if (LogEntry) LogEntry(); }
+  void ShowTcas(bool visible, std::string_view caption) override {
+    TcasShown = visible;
+    TcasCaption = std::string(caption);
+  }
+  void OnAdvisory(const AdvisoryEvent& a) override { if (Advised) Advised(a); }
 
   int Draws = 0;
   bool GpsShown = false;
@@ -53,14 +58,19 @@ public:
   std::function<void()> Takeoff, Landed;
   std::function<void(int)> Passed;
   std::function<void()> LogEntry;  // menuAutolog's entry at the end of a flight
+  bool TcasShown = false;  // lblTCAS
+  std::string TcasCaption;
+  std::function<void(const AdvisoryEvent&)> Advised;
 };
 
 struct FlightEvent {
-  enum Kind : uint8_t { Takeoff, Pass, Landing };
+  enum Kind : uint8_t { Takeoff, Pass, Landing, Tcas };
   Kind What = Takeoff;
   std::string Time;   // UTC "hh:mm:ss" of the tick
   int Row = 0;        // the plan row passed
-  std::string Ident;  // its code
+  std::string Ident;  // its code; the traffic's callsign of a Tcas event
+  Advisory Level = Advisory::None;  // a Tcas event's advisory
+  std::string Caption;              // and lblTCAS's caption with a resolution advisory
   std::array<std::string, 4> Cells;  // ATA, GS, Altitude, Fuel as the table shows them
 };
 
@@ -71,6 +81,9 @@ struct FlyOptions {
   double StartUtcSeconds = 10 * 3600;
   SimWeather Weather;
   bool ConvergingTraffic = false;
+  // With 0 or more: that many AI aircraft, one of them converging, with AI
+  // Traffic pressed, so that each advisory is a Tcas event.
+  int TrafficCount = -1;
   // The flight is given up after this many simulated hours; 0: three times
   // the plan's time and two hours.
   double MaxHours = 0;
