@@ -14,6 +14,7 @@
 #include "core/Ui.h"
 #include "database/NavDatabase.h"
 #include "documents/SidView.h"
+#include "map/ZoneWatch.h"
 #include "planning/Aircraft.h"
 #include "planning/DepartureArrival.h"
 #include "planning/FlightPlan.h"
@@ -358,17 +359,6 @@ void ControlZonePages(PageWriter& w, const PaperSources& s) {
     w.Gap(80);
   }
   w.OnNewPage(nullptr);
-}
-
-// Segments in the plane of latitude and longitude; good enough for the few
-// miles a zone spans.
-bool SegmentsCross(double ax, double ay, double bx, double by, double cx, double cy, double dx, double dy) {
-  auto side = [](double px, double py, double qx, double qy, double rx, double ry) {
-    return (qx - px) * (ry - py) - (qy - py) * (rx - px);
-  };
-  const double d1 = side(cx, cy, dx, dy, ax, ay), d2 = side(cx, cy, dx, dy, bx, by);
-  const double d3 = side(ax, ay, bx, by, cx, cy), d4 = side(ax, ay, bx, by, dx, dy);
-  return ((d1 > 0) != (d2 > 0)) && ((d3 > 0) != (d4 > 0));
 }
 
 bool InsideOutline(std::span<const ShapePoint> pts, double lat, double lon) {

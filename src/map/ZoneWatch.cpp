@@ -1,5 +1,7 @@
 #include "map/ZoneWatch.h"
 
+#include <algorithm>
+
 #include "map/RenderPass.h"
 
 namespace orv {
@@ -22,6 +24,23 @@ void ZonesHolding(const AirspaceTables& shapes, float lat, float lon, std::vecto
     }
     if (inside) out.push_back(static_cast<int32_t>(i));
   }
+}
+
+bool SegmentsCross(double ax, double ay, double bx, double by, double cx, double cy, double dx, double dy) {
+  // The side of P-Q that R lies on: 1 left, -1 right, 0 on the line.
+  auto side = [](double px, double py, double qx, double qy, double rx, double ry) {
+    const double v = (qx - px) * (ry - py) - (qy - py) * (rx - px);
+    return (v > 0) - (v < 0);
+  };
+  // R, on the line through P and Q, within their box.
+  auto within = [](double px, double py, double qx, double qy, double rx, double ry) {
+    return std::min(px, qx) <= rx && rx <= std::max(px, qx) && std::min(py, qy) <= ry && ry <= std::max(py, qy);
+  };
+  const int d1 = side(cx, cy, dx, dy, ax, ay), d2 = side(cx, cy, dx, dy, bx, by);
+  const int d3 = side(ax, ay, bx, by, cx, cy), d4 = side(ax, ay, bx, by, dx, dy);
+  if (d1 != d2 && d3 != d4 && !(d1 == 0 && d2 == 0)) return true;
+  return (d1 == 0 && within(cx, cy, dx, dy, ax, ay)) || (d2 == 0 && within(cx, cy, dx, dy, bx, by)) ||
+         (d3 == 0 && within(ax, ay, bx, by, cx, cy)) || (d4 == 0 && within(ax, ay, bx, by, dx, dy));
 }
 
 }  // namespace orv

@@ -16,4 +16,8 @@ namespace orv {
 // the outline may count either way.
 void ZonesHolding(const AirspaceTables& shapes, float lat, float lon, std::vector<int32_t>& out);
 
+// Whether the segments A-B and C-D have a point in common, in the plane: a
+// segment that only touches the other, ends on it or lies along it counts.
+bool SegmentsCross(double ax, double ay, double bx, double by, double cx, double cy, double dx, double dy);
+
 }  // namespace orv

@@ -54,6 +54,7 @@ void WPTable::WriteRow(int row, const WaypointRec& w, bool withLeg, float magVar
   line.cells[kCode].Text = w.Code.Str();
   line.cells[kCode].ForeColor = CodeColour(w, Colours);
   line.cells[kName].Text = NameCellText(w, ShowCoordinates, DecimalSeconds);
+  line.cells[kName].ForeColor = kGridTextColour;  // a control zone mark goes with the row's old text
   line.cells[kFreq].Text = FreqCellText(w.Frequency);
   if (withLeg) {
     line.cells[kCourse].Text = CourseCellText(w.Course, magVar);

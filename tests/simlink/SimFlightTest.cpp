@@ -10,6 +10,9 @@
 #include "simlink/ImagePartner.h"
 #include "simlink/OffsetImage.h"
 #include "simlink/SimFlight.h"
+#include "simlink/ZoneMonitor.h"
+#include "database/AirspaceFiles.h"
+#include "map/ZoneWatch.h"
 #include "support/FakeClock.h"
 #include "support/ScriptedUi.h"
 
@@ -154,6 +157,70 @@ TEST(BuiltinSim, HoldsTheBugInTheWindAndFillsTheTrafficTables) {
                                static_cast<float>(sim.Lon()));
   EXPECT_LT(d1, d0 - 3);
   EXPECT_NEAR(air.Entries[3].Altitude, sim.Altitude(), 1);
+}
+
+}  // namespace
+}  // namespace orv
+
+namespace orv {
+namespace {
+
+void AddZone(NavDatabase& db, const char* cls, const char* ident, float north, float south, float west, float east) {
+  AirspaceRec a;
+  a.Class.Assign(cls);
+  a.Ident.Assign(ident);
+  const ShapePoint box[4] = {{north, west}, {north, east}, {south, east}, {south, west}};
+  AddAirspace(db.Shapes, a, box);
+}
+
+TEST(ZoneMonitor, SegmentsCrossTouchingCounts) {
+  EXPECT_TRUE(SegmentsCross(0, 0, 2, 2, 0, 2, 2, 0));
+  EXPECT_TRUE(SegmentsCross(0, 0, 1, 1, 1, 1, 2, 0));   // they only share an end
+  EXPECT_TRUE(SegmentsCross(0, 0, 2, 0, 1, 0, 3, 0));   // along each other
+  EXPECT_FALSE(SegmentsCross(0, 0, 2, 0, 3, 0, 4, 0));  // on one line, apart
+  EXPECT_FALSE(SegmentsCross(0, 0, 2, 0, 0, 1, 2, 1));  // parallel
+}
+
+TEST(SimFlight, TheZoneMarksAndTheConvergingTrafficFromAdvisoryToAlert) {
+  NavDatabase db;
+  test::BuildFlightWorld(db);
+  // Across the leg from ASKIK to ROLIS; the same as a FIR; around ROLIS and
+  // BURAM, so that the leg between them lies inside it.
+  AddZone(db, "CTR", "ZONA", 49.60f, 49.45f, 9.75f, 10.0f);
+  AddZone(db, "FIR", "ZONF", 49.60f, 49.45f, 9.75f, 10.0f);
+  AddZone(db, "CTR", "ZONB", 49.4f, 48.6f, 10.2f, 11.2f);
+  FlightPlan plan;
+  PlanPanel panel;
+  const AircraftRec jet = test::FlightJet();
+  ASSERT_TRUE(test::BuildFlightPlan(db, "EDDF", "EDDM", jet, plan, panel));
+  ASSERT_EQ(plan.LastRow, 4);
+  const ZoneCheck check = CheckPlanZones(plan, db.Shapes, panel.Table);
+  EXPECT_EQ(check.ViolationCount, 3);
+  EXPECT_EQ(check.Rows, (std::vector<int>{2, 2, 4}));
+  const WPTable& t = panel.Table;
+  EXPECT_EQ(t.Text(3, WPTable::kName), "Rolis [CTRZ!!]");
+  EXPECT_EQ(t.Cell(3, WPTable::kName).ForeColor, 255);
+  EXPECT_EQ(t.Text(4, WPTable::kName), "BURAM (UN850)");
+  EXPECT_EQ(t.Text(5, WPTable::kName), "Muenchen [CTRZ!!]");
+  ClearRowViolations(panel.Table, plan, check);
+  EXPECT_EQ(t.Text(3, WPTable::kName), "ROLIS (UN850)");
+  EXPECT_EQ(t.Cell(3, WPTable::kName).ForeColor, 0);
+
+  // Four aircraft, one converging: it turns orange, then red with the
+  // alert, and nothing else is ever flagged.
+  test::FakeClock clock;
+  FlyOptions options;
+  options.Autopilot = true;
+  options.TrafficCount = 4;
+  const FlyResult r = FlyPlan(plan, panel, db.Airports.Airports, jet, db.MagVar, options, clock);
+  ASSERT_TRUE(r.AtDestination) << r.Error;
+  std::vector<std::string> seen;
+  for (const FlightEvent& e : r.Events) {
+    if (e.What == FlightEvent::Takeoff) seen.push_back("takeoff");
+    if (e.What == FlightEvent::Tcas)
+      seen.push_back((e.Level == Advisory::Resolution ? "RA " : "TA ") + e.Ident + " " + e.Caption);
+  }
+  EXPECT_EQ(seen, (std::vector<std::string>{"takeoff", "TA CONV1 ", "RA CONV1 TRAFFIC TRAFFIC"}));
 }
 
 }  // namespace
