@@ -80,6 +80,8 @@ public:
   void GpsLine(int y, std::string_view text, Colour colour) override { v_.GpsLine(y, text, colour); }
   void DrawAircraft(float lat, float lon, float trueHeading) override { v_.DrawAircraft(lat, lon, trueHeading); }
   void DrawWind(int16_t windDir, int16_t windSpeed) override { v_.DrawWind(windDir, windSpeed); }
+  void DrawTraffic(const AiTraffic& traffic) override { v_.DrawTraffic(traffic.Symbols()); }
+  void ShowTcas(bool visible, std::string_view caption) override { v_.ShowTcas(visible, caption); }
   void ShowExtendedTable() override {
     MainWindowState toggles = s_.Toggles();
     SetExtendedTable(toggles, true);
@@ -181,6 +183,15 @@ bool MainWindowController::MenuAvailable(std::string_view name) {
 
 bool MainWindowController::Menu(std::string_view name) {
   MainWindowState toggles = s_.Toggles();
+  if (name == "menuCheckControlzone") {
+    // The check runs between the flip and the redraw.
+    view_.FocusMap();
+    CheckControlZones(s_, !s_.Window.menuCheckControlzone);
+    view_.RefreshPlanTable();
+    view_.SyncChecks();
+    if (s_.View.MapReady) view_.DrawMap();
+    return true;
+  }
   if (MenuToggleClicked(toggles, name, view_)) {
     if (name == "menuShowCoords") {
       // The Name column is rewritten with positions or names; the live
@@ -275,6 +286,7 @@ bool MainWindowController::OpenLink() {
     sim.Image = std::make_unique<OffsetImage>();
     sim.Builtin = std::make_unique<BuiltinSim>(*sim.Image, &s_.Db.MagVar);
     sim.Builtin->SetPerformance(PerformanceOf(s_.Aircraft.Current));
+    if (sim.TrafficCount >= 0) sim.Builtin->SetTrafficCount(sim.TrafficCount);
     const DateTime utc = clock_.NowUtc();
     sim.Builtin->SetUtcSeconds(utc.hour * 3600.0 + utc.minute * 60.0 + utc.second);
     if (s_.Plan.LastRow >= 1) {
@@ -310,6 +322,7 @@ void MainWindowController::ConnectClick() {
   if (!OpenLink()) return;
   // A connect during Flight Analysis ends it (the link's host is told).
   sim.Live->Menus.MenuReplay = s_.Trace.MenuReplay;
+  SyncTraffic();
   sim.Live->MenuLocalClick();
   if (!wasConnected && sim.Connected() && sim.Builtin && s_.Plan.LastRow >= 1)
     sim.Builtin->Fly(RouteFromPlan(s_.Plan, s_.Db.Airports.Airports));
@@ -504,6 +517,7 @@ void MainWindowController::OnTimer(TimerId id) {
       if (!sim.Live) break;
       StepBuiltin();
       SyncProcedure();
+      SyncTraffic();
       sim.Live->TmGpsTick();
       if (s_.Window.MenuDisplayProc && s_.Procedure.Set && !sim.Live->Menus.MenuDisplayProc) {
         // The hold at the procedure's fix is over: the tick switched the
@@ -532,6 +546,16 @@ void MainWindowController::SyncProcedure() {
   sim.Live->Menus.MenuDisplayProc = s_.Window.MenuDisplayProc && s_.Procedure.Set;
   sim.Live->State().ProcedureRow = ProcedureRowOf(s_.Plan, s_.Procedure);
   if (sim.Autopilot && s_.Procedure.Set) sim.Autopilot->ProcedurePoints = s_.Procedure.Points;
+}
+
+void MainWindowController::SyncTraffic() {
+  LiveTracking& live = *s_.Sim.Live;
+  const WindowToggles& w = s_.Window;
+  const Settings& cfg = s_.Core.Config;
+  live.Menus.btnAI = w.btnAI;
+  live.Traffic.Menus = {w.menuAIATCID, w.menuAISpeedAlt, w.menuAIAirports, w.menuATCIDGround, w.menuAIDestination,
+                        w.menuTCASSound};
+  live.Traffic.Colours = {cfg.Ai, cfg.AiFreq, cfg.Tcas1, cfg.Tcas2};
 }
 
 void MainWindowController::ClockTick() {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "app/FlightAnalysis.h"
 #include "app/GpsWindow.h"
@@ -43,6 +44,9 @@ public:
   virtual void RestoreMapPicture() {}
   virtual void DrawAircraft(float lat, float lon, float trueHeading) {}
   virtual void DrawWind(int16_t windDir, int16_t windSpeed) {}
+  // The AI traffic over the map, and lblTCAS shown or hidden with its caption.
+  virtual void DrawTraffic(const std::vector<TrafficSymbol>& symbols) {}
+  virtual void ShowTcas(bool visible, std::string_view caption) {}
   virtual void ShowGpsWindow(bool show) {}
   virtual void GpsLine(int y, std::string_view text, Colour colour) {}
   virtual void ShowExtendedTable() {}
@@ -208,6 +212,8 @@ private:
   void SyncProcedure();
   bool OpenLink();
   void StepBuiltin();
+  // The AI menus and colours into the link before its tick.
+  void SyncTraffic();
 
   ProgramState& s_;
   MainWindowView& view_;

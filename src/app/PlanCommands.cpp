@@ -51,4 +51,10 @@ bool CreatePlan(ProgramState& s, PlanKind kind, Ui& ui) {
   return builder.CreateAirwayPlan(kind == PlanKind::HighAltitude ? 'J' : 'V', row);
 }
 
+void CheckControlZones(ProgramState& s, bool on) {
+  s.Window.menuCheckControlzone = on;
+  ClearRowViolations(s.Panel.Table, s.Plan, s.ZoneMarks);
+  s.ZoneMarks = on ? CheckPlanZones(s.Plan, s.Db.Shapes, s.Panel.Table) : ZoneCheck{};
+}
+
 }  // namespace orv

@@ -31,4 +31,8 @@ void SetPlanEnds(ProgramState& s, int32_t dep, int32_t dest);
 // has said why through ui).
 bool CreatePlan(ProgramState& s, PlanKind kind, Ui& ui);
 
+// menuCheckControlzone set on or off: on, the plan's legs through control
+// zones are marked in the table (CheckPlanZones); off, the marks go again.
+void CheckControlZones(ProgramState& s, bool on);
+
 }  // namespace orv

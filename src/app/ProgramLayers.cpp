@@ -1,18 +1,29 @@
 #include "app/ProgramLayers.h"
 
 #include "online/OnlineDraw.h"
+#include "map/ZoneWatch.h"
 #include "simlink/LiveDraw.h"
+#include "simlink/Tcas.h"
 
 #include <array>
 
 namespace orv {
 
+Colour LiveAircraftColour(const ProgramState& s) {
+  const Settings& c = s.Core.Config;
+  if (!s.Layers.MenuViolation || !s.Layers.btnCtrz || !s.Sim.Connected()) return c.MovAc;
+  std::vector<int32_t> zones;
+  ZonesHolding(s.Db.Shapes, s.Sim.Live->Snap.Latitude, s.Sim.Live->Snap.Longitude, zones);
+  return zones.empty() ? c.MovAc : c.AcInCtrz;
+}
+
 ProgramLayers::ProgramLayers(ProgramState& s, const Clock& clock) : s_(s), clock_(clock) {
-  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_, &procedure_}) s_.Registry.Add(l->Place, *l);
+  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &traffic_, &aircraft_, &procedure_})
+    s_.Registry.Add(l->Place, *l);
 }
 
 ProgramLayers::~ProgramLayers() {
-  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &aircraft_, &procedure_}) s_.Registry.Remove(*l);
+  for (Layer* l : {&firs_, &tracks_, &weather_, &online_, &traffic_, &aircraft_, &procedure_}) s_.Registry.Remove(*l);
 }
 
 void ProgramLayers::Layer::Draw(const LayerContext& context, DrawTarget& target) {
@@ -51,7 +62,7 @@ void ProgramLayers::DrawAt(MapLayerPlace place, const LayerContext& c, DrawTarge
     case MapLayerPlace::Aircraft:
       if (s_.Sim.Connected() && s_.Sim.Live->State().TrackingActive) {
         LiveOverlay overlay = LiveOverlayOf(*s_.Sim.Live);
-        overlay.AircraftColour = c.Colours.MovAc;
+        overlay.AircraftColour = LiveAircraftColour(s_);
         overlay.RouteColour = c.Colours.Route;
         overlay.WindColour = c.Colours.Wind;
         DrawLiveOverlay(t, c.View, s_.Plan, overlay);
@@ -78,6 +89,10 @@ void ProgramLayers::DrawAt(MapLayerPlace place, const LayerContext& c, DrawTarge
         t.SetCurrentY(points[0].Y + 60);
         t.Print(s_.Procedure.Shape.Name);
       }
+      break;
+    case MapLayerPlace::Traffic:
+      if (s_.Sim.Connected() && s_.Window.btnAI)
+        DrawTraffic(t, c.View, s_.Sim.Live->Traffic.Symbols(), c.FontName, c.FontSize);
       break;
     default: break;
   }

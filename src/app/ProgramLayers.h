@@ -10,6 +10,11 @@
 
 namespace orv {
 
+// The own aircraft's colour: ACINCTRZ= while Control Zone Violation watches
+// (with the control zones shown) and the aircraft is inside a control zone,
+// else MOVAC=.
+Colour LiveAircraftColour(const ProgramState& s);
+
 class ProgramLayers {
 public:
   // Registers the layers in s.Registry; they leave it again when this goes.
@@ -33,6 +38,7 @@ private:
   Layer tracks_{*this, MapLayerPlace::Tracks};
   Layer weather_{*this, MapLayerPlace::Weather};
   Layer online_{*this, MapLayerPlace::Online};
+  Layer traffic_{*this, MapLayerPlace::Traffic};
   Layer aircraft_{*this, MapLayerPlace::Aircraft};
   Layer procedure_{*this, MapLayerPlace::Holdings};
 };

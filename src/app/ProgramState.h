@@ -22,6 +22,7 @@
 #include "planning/ProcedureShapes.h"
 #include "planning/SaveRoute.h"
 #include "planning/WPTable.h"
+#include "simlink/ZoneMonitor.h"
 
 namespace orv {
 
@@ -52,6 +53,7 @@ struct ProgramState {
   SimSession Sim;
   TraceSession Trace;       // the recorded flight and Flight Analysis
   OnlineSession Online;
+  ZoneCheck ZoneMarks;      // the last control zone check of the plan (menuCheckControlzone)
 
   // The view of the toggles that one click may change.
   MainWindowState Toggles() { return MainWindowState{Layers, View, Window, &Panel.Table}; }

@@ -29,6 +29,9 @@ struct SimSession {
   double TimeScale = 1;
   // menuAutolog: a landed flight goes into the logbook.
   bool Autolog = false;
+  // The built-in simulator's AI aircraft, one of them converging; -1: its
+  // usual five without a converging one.
+  int TrafficCount = -1;
 
   // In the order they depend on each other: each is destroyed before what it
   // holds a reference to.

@@ -78,6 +78,14 @@ constexpr PlainToggle kPlain[] = {
     {"MenuShowPlan", Owner::Window, nullptr, nullptr, &WindowToggles::MenuShowPlan, false, false},
     {"menuExtTable", Owner::Window, nullptr, nullptr, &WindowToggles::menuExtTable, false, false},
     {"menuShowCoords", Owner::Window, nullptr, nullptr, &WindowToggles::menuShowCoords, false, false},
+    {"menuAIATCID", Owner::Window, nullptr, nullptr, &WindowToggles::menuAIATCID, false, true},
+    {"menuAISpeedAlt", Owner::Window, nullptr, nullptr, &WindowToggles::menuAISpeedAlt, false, true},
+    {"menuAIAirports", Owner::Window, nullptr, nullptr, &WindowToggles::menuAIAirports, false, true},
+    {"menuATCIDGround", Owner::Window, nullptr, nullptr, &WindowToggles::menuATCIDGround, false, true},
+    {"menuAIDestination", Owner::Window, nullptr, nullptr, &WindowToggles::menuAIDestination, false, true},
+    {"menuTCASSound", Owner::Window, nullptr, nullptr, &WindowToggles::menuTCASSound, false, false},
+    // The program runs the plan's check between the flip and the redraw.
+    {"menuCheckControlzone", Owner::Window, nullptr, nullptr, &WindowToggles::menuCheckControlzone, true, true},
 };
 
 const PlainToggle* FindPlain(std::string_view name) {

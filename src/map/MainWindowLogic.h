@@ -30,6 +30,14 @@ struct WindowToggles {
   bool ToggleBar = true;  // pnlToggleButtons shown
   bool menuExtTable = false;  // Extended Table: the plan table's live columns open
   bool menuShowCoords = false;  // Show Coordinates: positions in the table's Name column
+  // The AI Info menus: which label lines the traffic shows, and the TCAS beep.
+  bool menuAIATCID = true;
+  bool menuAISpeedAlt = true;
+  bool menuAIAirports = false;
+  bool menuATCIDGround = true;
+  bool menuAIDestination = false;
+  bool menuTCASSound = true;
+  bool menuCheckControlzone = false;  // the plan's rows through control zones marked
 };
 
 // The window around the logic: the view's host plus what the keys and

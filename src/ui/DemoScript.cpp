@@ -33,6 +33,20 @@ std::vector<ScriptStep> ParseScript(const std::string& text) {
 namespace {
 
 void RunFrom(std::shared_ptr<std::vector<ScriptStep>> steps, std::size_t i, ProgramState& s,
+             MainWindowController& c);
+
+// "until:tcas": the next step once lblTCAS shows, looked at every 50 ms for
+// at most `left` looks.
+void PollTcas(std::shared_ptr<std::vector<ScriptStep>> steps, std::size_t i, ProgramState& s,
+              MainWindowController& c, int left) {
+  if ((s.Sim.Live && s.Sim.Live->Traffic.LblTcasVisible) || left <= 0) {
+    RunFrom(steps, i + 1, s, c);
+    return;
+  }
+  QTimer::singleShot(50, [steps, i, &s, &c, left] { PollTcas(steps, i, s, c, left - 1); });
+}
+
+void RunFrom(std::shared_ptr<std::vector<ScriptStep>> steps, std::size_t i, ProgramState& s,
              MainWindowController& c) {
   if (i >= steps->size()) return;
   const ScriptStep& step = (*steps)[i];
@@ -64,6 +78,11 @@ void RunFrom(std::shared_ptr<std::vector<ScriptStep>> steps, std::size_t i, Prog
     s.Sim.TimeScale = Val(step.Arg);
   } else if (step.Verb == "wait") {
     delay = static_cast<int>(Val(step.Arg));
+  } else if (step.Verb == "traffic") {
+    s.Sim.TrafficCount = static_cast<int>(Val(step.Arg));
+  } else if (step.Verb == "until" && step.Arg == "tcas") {
+    PollTcas(steps, i, s, c, 6000);
+    return;
   } else if (step.Verb == "shot") {
     if (QScreen* screen = QGuiApplication::primaryScreen())
       if (!screen->grabWindow(0).save(QString::fromStdString(step.Arg)))

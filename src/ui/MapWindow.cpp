@@ -6,6 +6,7 @@
 #include <QProgressBar>
 #include <QUrl>
 #include <QAction>
+#include <QColor>
 #include <QDockWidget>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -26,7 +27,9 @@
 #include "app/PlanEditing.h"
 #include "map/MainMenu.h"
 #include "mapqt/MapPicture.h"
+#include "map/MapLayer.h"
 #include "simlink/LiveDraw.h"
+#include "simlink/Tcas.h"
 #include "ui/MainWindow.h"
 #include "ui/MapWidget.h"
 #include "ui/QtUi.h"
@@ -45,7 +48,13 @@ public:
     return parent.isValid() ? 0 : WPTable::kColumns;
   }
   QVariant data(const QModelIndex& index, int role) const override {
-    if (role != Qt::DisplayRole || !index.isValid() || index.row() >= table_.Rows()) return {};
+    if (!index.isValid() || index.row() >= table_.Rows()) return {};
+    if (role == Qt::ForegroundRole) {
+      const Colour c = table_.Cell(index.row(), index.column()).ForeColor;
+      if (c == kGridTextColour) return {};
+      return QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF);
+    }
+    if (role != Qt::DisplayRole) return {};
     return ToQt(table_.Text(index.row(), index.column()));
   }
   void Reset() {
@@ -104,7 +113,14 @@ MapWindow::MapWindow(MainWindow& window, ProgramState& state, Ui& ui, Timers& ti
   };
   map_->onMouseMove = [this](double x, double y) { controller_.MapMove(x, y); };
   map_->onMouseUp = [this](int button, bool shift, double x, double y) { controller_.MapRelease(button, shift, x, y); };
-  map_->onResized = [this] { SetMapStatus(kStatusRange, RangeText(CurrentLabel(s_.View))); };
+  map_->onResized = [this] {
+    SetMapStatus(kStatusRange, RangeText(CurrentLabel(s_.View)));
+    if (tcasLabel_->isVisible()) ShowTcas(true, tcasLabel_->text().toStdString());
+  };
+  tcasLabel_ = new QLabel(ToQt(kTcasLabelCaption), map_);
+  tcasLabel_->setObjectName("lblTCAS");
+  tcasLabel_->setStyleSheet("QLabel { color: white; background: #d00000; font: bold 20pt; padding: 6px 14px; }");
+  tcasLabel_->hide();
   w_.installEventFilter(this);
 }
 
@@ -410,11 +426,29 @@ void MapWindow::FocusMap() { map_->setFocus(); }
 void MapWindow::RestoreMapPicture() { map_->RestoreBackground(); }
 
 void MapWindow::DrawAircraft(float lat, float lon, float trueHeading) {
-  map_->DrawOver([&](DrawTarget& t) { DrawLiveAircraft(t, s_.View, lat, lon, trueHeading, s_.Core.Config.MovAc); });
+  map_->DrawOver([&](DrawTarget& t) { DrawLiveAircraft(t, s_.View, lat, lon, trueHeading, LiveAircraftColour(s_)); });
 }
 
 void MapWindow::DrawWind(int16_t windDir, int16_t windSpeed) {
   map_->DrawOver([&](DrawTarget& t) { DrawWindArrow(t, windDir, windSpeed, s_.Core.Config.Wind); });
+}
+
+void MapWindow::DrawTraffic(const std::vector<TrafficSymbol>& symbols) {
+  map_->DrawOver([&](DrawTarget& t) {
+    orv::DrawTraffic(t, s_.View, symbols, kMapLabelFontName, LabelFontSize(s_.Core.Config));
+  });
+}
+
+void MapWindow::ShowTcas(bool visible, std::string_view caption) {
+  if (!visible) {
+    tcasLabel_->hide();
+    return;
+  }
+  tcasLabel_->setText(ToQt(caption));
+  tcasLabel_->adjustSize();
+  tcasLabel_->move((map_->width() - tcasLabel_->width()) / 2, (map_->height() - tcasLabel_->height()) / 2);
+  tcasLabel_->show();
+  tcasLabel_->raise();
 }
 
 void MapWindow::ShowGpsWindow(bool show) {

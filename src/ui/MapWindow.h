@@ -77,6 +77,9 @@ public:
   void RestoreMapPicture() override;
   void DrawAircraft(float lat, float lon, float trueHeading) override;
   void DrawWind(int16_t windDir, int16_t windSpeed) override;
+  void DrawTraffic(const std::vector<TrafficSymbol>& symbols) override;
+  void ShowTcas(bool visible, std::string_view caption) override;
+  QLabel* TcasLabel() { return tcasLabel_; }
   void ShowGpsWindow(bool show) override;
   void GpsLine(int y, std::string_view text, Colour colour) override;
   void ShowExtendedTable() override { RefreshPlanTable(); }
@@ -140,6 +143,7 @@ private:
   QToolBar* buttonBar_ = nullptr;
   ReplayView* replay_ = nullptr;
   std::array<QLabel*, 7> status_{};
+  QLabel* tcasLabel_ = nullptr;  // lblTCAS, centred on the map
   QDockWidget* planDock_ = nullptr;
   QTableView* table_ = nullptr;
   PlanTableModel* model_ = nullptr;

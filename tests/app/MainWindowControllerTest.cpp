@@ -385,6 +385,35 @@ TEST(MainWindowController, ConnectFliesThePlanWithTheBuiltinSimulator) {
   EXPECT_FALSE(f.timers.Enabled(TimerId::Gps));
 }
 
+TEST(MainWindowController, ControlZoneMarksTrafficAndTheAircraftInAZone) {
+  Fixture f;
+  SetPlanEnds(f.s, 0, 1);
+  f.c.Menu("MenuCreateNavaid");
+  // The first leg leaves the zone around the departure.
+  f.c.Menu("menuCheckControlzone");
+  ASSERT_EQ(f.s.ZoneMarks.ViolationCount, 1);
+  const int line = f.s.ZoneMarks.Rows[0] + 1;
+  const std::string cell = f.s.Panel.Table.Text(line, WPTable::kName);
+  EXPECT_EQ(cell.substr(cell.size() - 9), " [CTRZ!!]");
+  EXPECT_TRUE(MenuChecked(f.s.Toggles(), "menuCheckControlzone"));
+  f.c.Menu("menuCheckControlzone");
+  EXPECT_EQ(f.s.Panel.Table.Text(line, WPTable::kName).find("CTRZ"), std::string::npos);
+
+  // Connected on the runway inside that zone, with the violation watch: the
+  // aircraft takes ACINCTRZ=; AI Traffic draws the three airborne aircraft.
+  f.c.Menu("MenuViolation");
+  f.c.Menu("MenuAi");
+  f.c.Menu("MenuLocal");
+  f.c.OnTimer(TimerId::Gps);
+  EXPECT_EQ(LiveAircraftColour(f.s), f.s.Core.Config.AcInCtrz);
+  EXPECT_EQ(f.s.Sim.Live->Traffic.Symbols().size(), 3u);
+  f.c.Menu("MenuAi");
+  f.c.OnTimer(TimerId::Gps);
+  EXPECT_TRUE(f.s.Sim.Live->Traffic.Symbols().empty());
+  f.c.Menu("MenuViolation");
+  EXPECT_EQ(LiveAircraftColour(f.s), f.s.Core.Config.MovAc);
+}
+
 TEST(MainWindowController, OnlineEntriesShowOneNetworkAtATime) {
   Fixture f;
   const std::filesystem::path db = f.dir.Path() / "database";
