@@ -23,8 +23,9 @@ constexpr Command kCommands[] = {
      CmdPlan},
     {"fly",
      "--appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] [--autopilot] "
-     "[--time-scale N] [--record FILE.rcd] [--log]",
+     "[--time-scale N] [--record FILE.rcd] [--log] [--traffic N]",
      CmdFly},
+    {"zones", "--appdir DIR zones DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL]", CmdZones},
     {"find", "find KIND TEXT", CmdFind},
     {"airport", "airport ICAO [--layout OUT.png [--size WxH]]", CmdAirport},
     {"magvar", "magvar LAT LON", CmdMagvar},

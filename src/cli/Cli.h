@@ -38,6 +38,10 @@ int CmdPlan(const Context& ctx, const Args& args, std::ostream& out, std::ostrea
 // waypoint with its ATA cells, and the landing. 1 when it did not land at the
 // destination.
 int CmdFly(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
+// zones DEP DEST [plan options]: builds the plan, runs the control zone check
+// and prints each marked row (row, code, the marked name cell, the zone) and
+// the number of marks.
+int CmdZones(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdFind(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdAirport(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);
 int CmdMagvar(const Context& ctx, const Args& args, std::ostream& out, std::ostream& err);

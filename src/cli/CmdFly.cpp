@@ -1,7 +1,9 @@
 // orvanta-cli fly DEP DEST: builds the plan as "plan" does, connects to the
 // built-in simulator and flies it on simulated time with the live tick (and
 // the autopilot coupled with --autopilot), printing the takeoff, every passed
-// waypoint with its ATA cells, and the landing.
+// waypoint with its ATA cells, and the landing; with --traffic N the
+// simulator carries N AI aircraft, one of them converging, and each TCAS
+// advisory is a line.
 #include <memory>
 #include <ostream>
 #include <string>
@@ -20,7 +22,7 @@ namespace {
 
 constexpr const char* kFlyUsage =
     "usage: orvanta-cli --appdir DIR fly DEP DEST [--high|--low|--navaid] [--aircraft N] [--level FL] "
-    "[--autopilot] [--time-scale N] [--record FILE.rcd] [--log]";
+    "[--autopilot] [--time-scale N] [--record FILE.rcd] [--log] [--traffic N]";
 
 int Refuse(std::ostream& err, const std::string& why) {
   err << "fly: " << why << "\n" << kFlyUsage << "\n";
@@ -42,6 +44,12 @@ int CmdFly(const Context& ctx, const Args& args, std::ostream& out, std::ostream
       if (i + 1 >= args.size()) return Refuse(err, "--record needs a file");
       recordFile = args[++i];
       options.Record = true;
+    } else if (args[i] == "--traffic") {
+      if (i + 1 >= args.size()) return Refuse(err, "--traffic needs a number");
+      std::optional<double> count = ParseNumber(args[++i]);
+      if (!count || *count < 0 || *count > kTrafficMaxCount || *count != static_cast<int>(*count))
+        return Refuse(err, "not a number of aircraft (0 to " + std::to_string(kTrafficMaxCount) + "): '" + args[i] + "'");
+      options.TrafficCount = static_cast<int>(*count);
     } else if (args[i] == "--log") {
       options.Autolog = true;
     } else if (args[i] == "--time-scale") {
@@ -79,6 +87,10 @@ int CmdFly(const Context& ctx, const Args& args, std::ostream& out, std::ostream
       }
       case FlightEvent::Landing:
         out << "landing " << e.Time << '\n';
+        break;
+      case FlightEvent::Tcas:
+        out << "tcas " << (e.Level == Advisory::Resolution ? "RA " : "TA ") << e.Ident
+            << (e.Caption.empty() ? "" : " " + e.Caption) << '\n';
         break;
     }
     out.flush();

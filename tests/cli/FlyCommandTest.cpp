@@ -6,6 +6,7 @@
 #include "cli/Cli.h"
 #include "cli/CliRun.h"
 #include "database/AirportFile.h"
+#include "database/AirspaceFiles.h"
 #include "database/NavaidFiles.h"
 #include "core/Clock.h"
 #include "core/FileIo.h"
@@ -30,6 +31,20 @@ fs::path BuildFolder(const fs::path& root) {
   b.Put("\\database\\dijinter.orv", Text(BuildDijinterFile(db.Navaids)));
   b.Put("\\database\\jetways.orv", Text(BuildAirwayFile(db.Navaids.JetAirways)));
   b.Put(std::string(kAircraftFile), FormatAircraftFile({test::FlightJet()}));
+  // Two control zones: one across the leg to ROLIS, one around ROLIS and
+  // BURAM that the last leg leaves.
+  AirspaceTables zones;
+  auto zone = [&](const char* name, float north, float south, float west, float east) {
+    AirspaceRec a;
+    a.Class.Assign("CTR");
+    a.Ident.Assign("ZZ");
+    a.Name.Assign(name);
+    const ShapePoint box[4] = {{north, west}, {north, east}, {south, east}, {south, west}};
+    AddAirspace(zones, a, box);
+  };
+  zone("SPESSART CTR", 49.60f, 49.45f, 9.75f, 10.0f);
+  zone("FRANKEN CTR", 49.4f, 48.6f, 10.2f, 11.2f);
+  b.Put("\\database\\airspace.orv", Text(BuildAirspaceFile(zones)));
   return b.Build();
 }
 
@@ -110,6 +125,30 @@ TEST(FlyCommand, RecordsTheFlightAndWritesItsLogbookEntry) {
   std::string idents;
   for (const LogEntry& w : e.Waypoints) idents += w.Ident + " ";
   EXPECT_EQ(idents, "ASKIK ROLIS BURAM ");
+}
+
+TEST(FlyCommand, TrafficPrintsEachAdvisoryAndZonesTheMarkedRows) {
+  test::TempDir dir;
+  const fs::path app = BuildFolder(dir.Path());
+  CliRun r = Fly(app, {"EDDF", "EDDM", "--autopilot", "--traffic", "4"});
+  EXPECT_EQ(r.err, "");
+  ASSERT_EQ(r.code, 0);
+  std::string tcas;
+  std::istringstream lines(r.out);
+  for (std::string line; std::getline(lines, line);)
+    if (line.rfind("tcas", 0) == 0) tcas += line + "\n";
+  EXPECT_EQ(tcas, "tcas TA CONV1\ntcas RA CONV1 TRAFFIC TRAFFIC\n");
+  EXPECT_EQ(Fly(app, {"EDDF", "EDDM", "--traffic", "100"}).code, 2);
+
+  CliRun z = test::RunCli({"zones", "EDDF", "EDDM"}, app);
+  EXPECT_EQ(z.err, "");
+  EXPECT_EQ(z.code, 0);
+  EXPECT_EQ(z.out,
+            "2\tROLIS\tRolis [CTRZ!!]\tSPESSART CTR\n"
+            "2\tROLIS\tRolis [CTRZ!!]\tFRANKEN CTR\n"
+            "4\tEDDM\tMuenchen [CTRZ!!]\tFRANKEN CTR\n"
+            "ViolationCount 3\n");
+  EXPECT_EQ(test::RunCli({"zones", "EDDF"}, app).code, 2);
 }
 
 }  // namespace
