@@ -128,6 +128,9 @@ constexpr EntryEffect kEntryEffects[] = {
     {"MenuLocal", "state:connected"},
     {"MenuGPSWindow", "ui:beep"},  // no link, nothing to show
     {"MenuAi", "toggle"},
+    {"menuAIATCID", "toggle"}, {"menuAISpeedAlt", "toggle"}, {"menuAIAirports", "toggle"},
+    {"menuATCIDGround", "toggle"}, {"menuAIDestination", "toggle"}, {"menuTCASSound", "toggle"},
+    {"menuCheckControlzone", "state:zones"},
     {"MenuSimSource", "ui:text Simulator"},
     {"menuAutozoom", "toggle"},
     {"Menu3NM", "status1 3NM"}, {"Menu10NM", "status1 10NM"}, {"Menu30NM", "status1 30NM"},
@@ -167,6 +170,7 @@ bool NamedState(Fixture& f, std::string_view name) {
   if (name == "coords") return s.Panel.Table.Text(2, WPTable::kName) == "N50\xB0" "03.00' E008\xB0" "18.00'";
   if (name == "extended") return s.Panel.Table.ColWidth(WPTable::kFuel) == 950;
   if (name == "connected") return s.Sim.Connected();
+  if (name == "zones") return s.Window.menuCheckControlzone && s.ZoneMarks.ViolationCount == 1;
   return false;
 }
 
