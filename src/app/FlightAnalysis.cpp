@@ -128,19 +128,8 @@ void FlightAnalysis::Enter(bool ask, const std::filesystem::path& file) {
 }
 
 void FlightAnalysis::Leave() {
-  TraceSession& t = s_.Trace;
-  EraseTrace();
-  t.MenuReplay = false;
-  t.ReplayActive = false;
-  view_.SetMenuChecked("MenuReplay", false);
-  s_.Layers.MenuTraceActive = false;
-  view_.SetMenuEnabled("cmdTracing", true);
-  view_.SetMenuEnabled("menuShowAlt", true);
-  t.ProfileVisible = false;
-  view_.ShowReplay(false);
-  SyncMapTrace();
-  view_.SyncChecks();
-  view_.SetMapStatus(kStatusRecording, RecordingStatusText(t));
+  EndReplay();
+  view_.SetMapStatus(kStatusRecording, RecordingStatusText(s_.Trace));
   view_.DrawMap();
 }
 
