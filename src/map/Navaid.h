@@ -178,20 +178,33 @@ std::string_view NameText(const T& name) {
   }
 }
 
+// Pavement is filled solid in one colour; the target's pen and fill come
+// back as they were when the drawing ends.
+struct SolidFill {
+  DrawTarget& t;
+  const int16_t style = t.DrawStyle(), width = t.DrawWidth(), fillStyle = t.FillStyle();
+  const Colour fill = t.FillColor();
+  SolidFill(DrawTarget& target, Colour colour) : t(target) {
+    t.SetForeColor(colour);
+    t.SetFillColor(colour);
+    t.SetDrawWidth(1);
+    t.SetDrawStyle(kDrawStyleSolid);
+    t.SetFillStyle(kFillSolid);
+  }
+  ~SolidFill() {
+    t.SetDrawStyle(style);
+    t.SetDrawWidth(width);
+    t.SetFillStyle(fillStyle);
+    t.SetFillColor(fill);
+  }
+};
+
 }  // namespace navaid_detail
 
 template <typename Records>
 void clsNavaid::DrawAsPolygon(const Records& polygons) {
   DrawTarget& t = *target_;
-  const int16_t savedStyle = t.DrawStyle();
-  const int16_t savedWidth = t.DrawWidth();
-  const int16_t savedFillStyle = t.FillStyle();
-  const Colour savedFillColor = t.FillColor();
-  t.SetForeColor(TaxiColor);
-  t.SetFillColor(TaxiColor);
-  t.SetDrawWidth(1);
-  t.SetDrawStyle(kDrawStyleSolid);
-  t.SetFillStyle(kFillSolid);
+  const navaid_detail::SolidFill pen(t, TaxiColor);
 
   bool open = false;
   std::size_t count = 0;
@@ -213,24 +226,12 @@ void clsNavaid::DrawAsPolygon(const Records& polygons) {
     }
   }
 
-  t.SetDrawStyle(savedStyle);
-  t.SetDrawWidth(savedWidth);
-  t.SetFillStyle(savedFillStyle);
-  t.SetFillColor(savedFillColor);
 }
 
 template <typename Records>
 void clsNavaid::DrawAsPolygon(const Records& polygons, std::span<const PolygonHead> heads) {
   DrawTarget& t = *target_;
-  const int16_t savedStyle = t.DrawStyle();
-  const int16_t savedWidth = t.DrawWidth();
-  const int16_t savedFillStyle = t.FillStyle();
-  const Colour savedFillColor = t.FillColor();
-  t.SetForeColor(TaxiColor);
-  t.SetFillColor(TaxiColor);
-  t.SetDrawWidth(1);
-  t.SetDrawStyle(kDrawStyleSolid);
-  t.SetFillStyle(kFillSolid);
+  const navaid_detail::SolidFill pen(t, TaxiColor);
 
   // A polygon is drawn when the record that follows it closes it: one
   // without a next opening record stays open and is never drawn.
@@ -249,10 +250,6 @@ void clsNavaid::DrawAsPolygon(const Records& polygons, std::span<const PolygonHe
     if (count >= 2) t.Polygon(polygon_.data(), count);
   }
 
-  t.SetDrawStyle(savedStyle);
-  t.SetDrawWidth(savedWidth);
-  t.SetFillStyle(savedFillStyle);
-  t.SetFillColor(savedFillColor);
 }
 
 template <typename Records>
